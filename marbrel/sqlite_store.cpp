@@ -1,0 +1,181 @@
+#include "marbrel/sqlite_store.h"
+
+#include <sqlite3.h>
+
+#include "marbrel/erreur.h"
+
+namespace marbrel {
+
+// A prepared statement that finalises itself.
+class SqliteStore::Requete {
+ public:
+  Requete(const SqliteStore& store, const char* sql) : store_(store) {
+    if (sqlite3_prepare_v2(store.db_, sql, -1, &stmt_, nullptr) != SQLITE_OK) {
+      store.Echec("préparation de la requête");
+    }
+  }
+  ~Requete() { sqlite3_finalize(stmt_); }
+  Requete(const Requete&) = delete;
+  Requete& operator=(const Requete&) = delete;
+
+  void Lie(int i, const std::string& s) {
+    sqlite3_bind_blob(stmt_, i, s.data(), static_cast<int>(s.size()), SQLITE_TRANSIENT);
+  }
+  // True while a row is available.
+  bool Pas() {
+    int rc = sqlite3_step(stmt_);
+    if (rc == SQLITE_ROW) return true;
+    if (rc == SQLITE_DONE) return false;
+    store_.Echec("lecture");
+  }
+  std::string Colonne(int i) {
+    const void* p = sqlite3_column_blob(stmt_, i);
+    int n = sqlite3_column_bytes(stmt_, i);
+    return p ? std::string(static_cast<const char*>(p), static_cast<size_t>(n)) : std::string();
+  }
+
+ private:
+  const SqliteStore& store_;
+  sqlite3_stmt* stmt_ = nullptr;
+};
+
+SqliteStore::SqliteStore(const std::string& chemin, Mode mode)
+    : chemin_(chemin), lecture_seule_(mode == Mode::LectureSeule) {
+  int flags = lecture_seule_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  if (mode == Mode::Creation) flags |= SQLITE_OPEN_CREATE;
+  if (sqlite3_open_v2(chemin.c_str(), &db_, flags, nullptr) != SQLITE_OK) {
+    std::string raison = db_ ? sqlite3_errmsg(db_) : "mémoire insuffisante";
+    sqlite3_close(db_);
+    db_ = nullptr;
+    throw Erreur(ERR_BASE, "Impossible d'ouvrir la base " + chemin + " : " + raison + ".");
+  }
+  sqlite3_busy_timeout(db_, 5000);
+  if (mode == Mode::Creation) {
+    Execute(
+        "CREATE TABLE IF NOT EXISTS fichiers (nom BLOB PRIMARY KEY) WITHOUT ROWID;"
+        "CREATE TABLE IF NOT EXISTS enregistrements ("
+        " fichier BLOB NOT NULL, cle BLOB NOT NULL, texte BLOB NOT NULL,"
+        " PRIMARY KEY (fichier, cle)) WITHOUT ROWID;");
+  }
+  // A file that is not one of our stores is refused here rather than later.
+  Requete verif(*this, "SELECT count(*) FROM fichiers");
+  verif.Pas();
+}
+
+SqliteStore::~SqliteStore() { sqlite3_close(db_); }
+
+void SqliteStore::Echec(const std::string& quoi) const {
+  throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " (" + quoi + ") : " +
+                             (db_ ? sqlite3_errmsg(db_) : "base fermée") + ".");
+}
+
+void SqliteStore::Execute(const char* sql) {
+  char* message = nullptr;
+  if (sqlite3_exec(db_, sql, nullptr, nullptr, &message) != SQLITE_OK) {
+    std::string raison = message ? message : "inconnue";
+    sqlite3_free(message);
+    throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " : " + raison + ".");
+  }
+}
+
+void SqliteStore::ExigeEcriture() const {
+  if (lecture_seule_) {
+    throw Erreur(ERR_LECTURE_SEULE, "La base " + chemin_ + " est ouverte en lecture seule.");
+  }
+}
+
+bool SqliteStore::ExisteFichier(const std::string& fichier) {
+  Requete r(*this, "SELECT 1 FROM fichiers WHERE nom = ?1");
+  r.Lie(1, fichier);
+  return r.Pas();
+}
+
+std::vector<std::string> SqliteStore::Fichiers() {
+  std::vector<std::string> noms;
+  Requete r(*this, "SELECT nom FROM fichiers ORDER BY nom");
+  while (r.Pas()) noms.push_back(r.Colonne(0));
+  return noms;
+}
+
+std::optional<std::string> SqliteStore::Lit(const std::string& fichier, const std::string& cle) {
+  Requete r(*this, "SELECT texte FROM enregistrements WHERE fichier = ?1 AND cle = ?2");
+  r.Lie(1, fichier);
+  r.Lie(2, cle);
+  if (!r.Pas()) return std::nullopt;
+  return r.Colonne(0);
+}
+
+void SqliteStore::Parcourt(const std::string& fichier, const Visiteur& visiteur) {
+  Requete r(*this, "SELECT cle, texte FROM enregistrements WHERE fichier = ?1 ORDER BY cle");
+  r.Lie(1, fichier);
+  while (r.Pas()) {
+    ++parcourus_;
+    if (!visiteur(r.Colonne(0), r.Colonne(1))) return;
+  }
+}
+
+void SqliteStore::ParcourtPrefixe(const std::string& fichier, const std::string& prefixe,
+                                  const Visiteur& visiteur) {
+  // Keys are compared as bytes (BLOB), so [prefix, prefix + 0xFF...) is a range
+  // of the primary key; the prefix test in the loop ends the walk at its edge.
+  Requete r(*this,
+            "SELECT cle, texte FROM enregistrements WHERE fichier = ?1 AND cle >= ?2 "
+            "ORDER BY cle");
+  r.Lie(1, fichier);
+  r.Lie(2, prefixe);
+  while (r.Pas()) {
+    std::string cle = r.Colonne(0);
+    if (cle.compare(0, prefixe.size(), prefixe) != 0) return;
+    ++parcourus_;
+    if (!visiteur(cle, r.Colonne(1))) return;
+  }
+}
+
+void SqliteStore::CreeFichier(const std::string& fichier) {
+  ExigeEcriture();
+  Requete r(*this, "INSERT OR IGNORE INTO fichiers (nom) VALUES (?1)");
+  r.Lie(1, fichier);
+  r.Pas();
+}
+
+void SqliteStore::Ecrit(const std::string& fichier, const std::string& cle,
+                        const std::string& enregistrement) {
+  ExigeEcriture();
+  if (!ExisteFichier(fichier)) {
+    throw Erreur(ERR_FICHIER_INCONNU, "Le fichier " + fichier + " n'existe pas dans la base.");
+  }
+  Requete r(*this, "INSERT OR REPLACE INTO enregistrements (fichier, cle, texte) VALUES (?1, ?2, ?3)");
+  r.Lie(1, fichier);
+  r.Lie(2, cle);
+  r.Lie(3, enregistrement);
+  r.Pas();
+}
+
+void SqliteStore::Supprime(const std::string& fichier, const std::string& cle) {
+  ExigeEcriture();
+  Requete r(*this, "DELETE FROM enregistrements WHERE fichier = ?1 AND cle = ?2");
+  r.Lie(1, fichier);
+  r.Lie(2, cle);
+  r.Pas();
+}
+
+void SqliteStore::Transaction(const std::function<void()>& f) {
+  ExigeEcriture();
+  if (profondeur_transaction_ > 0) {
+    f();
+    return;
+  }
+  Execute("BEGIN IMMEDIATE");
+  ++profondeur_transaction_;
+  try {
+    f();
+  } catch (...) {
+    --profondeur_transaction_;
+    sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    throw;
+  }
+  --profondeur_transaction_;
+  Execute("COMMIT");
+}
+
+}  // namespace marbrel
