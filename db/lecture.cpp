@@ -1,0 +1,69 @@
+#include "db/lecture.h"
+
+#include "marbrel/erreur.h"
+
+namespace db {
+
+namespace {
+long jour_du_run = 0;
+}
+
+marbrel::TabDyn& Lit(Fic fichier, const std::string& cle) {
+  marbrel::TabDyn& slot = Variable::Enregistrement(fichier);
+  if (cle.empty()) {
+    slot = {};
+    return slot;
+  }
+  const auto& f = Variable::Fichier(fichier);
+  if (!f) {
+    throw marbrel::Erreur(
+        marbrel::ERR_FICHIER_INCONNU,
+        "Le fichier " + std::string(Variable::Nom(fichier)) + " n'est pas ouvert.");
+  }
+  try {
+    slot = f->Lit(cle);
+  } catch (const marbrel::Erreur& e) {
+    if (e.Numero() != marbrel::ERR_CLE_ABSENTE) throw;
+    slot = {};
+  }
+  return slot;
+}
+
+marbrel::TabDyn& Charge_Table(const std::string& code_table) {
+  Variable::Tables = Lit(Fic::TABLES, code_table);
+  return Variable::Tables;
+}
+
+long Position_Code(const marbrel::TabDyn& table, const std::string& code) {
+  for (long i = 1;; ++i) {
+    std::string valeur = table(2, i);
+    if (valeur.empty()) return 0;
+    if (valeur == code) return i;
+  }
+}
+
+std::string Libelle(const marbrel::TabDyn& table, const std::string& code) {
+  long i = Position_Code(table, code);
+  return i == 0 ? "" : table(3, i);
+}
+
+std::string Libelle_Table(const std::string& code_table, const std::string& code) {
+  return Libelle(Charge_Table(code_table), code);
+}
+
+marbrel::Liste_Selection Selection(const std::string& phrase, const std::string& fichier,
+                                   const std::string& champs) {
+  marbrel::TabDyn commande;
+  commande.Remplace(1, phrase);
+  commande.Remplace(2, fichier);
+  commande.Remplace(3, champs);
+  if (!Variable::Base) {
+    throw marbrel::Erreur(marbrel::ERR_BASE, "Aucune base ouverte pour la sélection.");
+  }
+  return Variable::Base->Selectionne(commande.Extrait(-1, -1, -1), "");
+}
+
+long Aujourdhui() { return jour_du_run; }
+void FixeAujourdhui(long jour) { jour_du_run = jour; }
+
+}  // namespace db

@@ -1,0 +1,4 @@
+// Not written yet: each section prints its title until its own work lands.
+#include "control/ctr_vesko.h"
+
+void Ctr_Vesko::Remplir_Liste_Tache() {}

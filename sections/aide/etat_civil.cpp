@@ -1,0 +1,6 @@
+// Not written yet: each section prints its title until its own work lands.
+#include "control/ctr_vesko.h"
+
+void Ctr_Vesko::Etat_Civil() {
+  Titre("ETAT CIVIL");
+}

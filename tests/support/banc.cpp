@@ -1,0 +1,147 @@
+#include "tests/support/banc.h"
+
+#include <QApplication>
+#include <cstdlib>
+#include <filesystem>
+
+#include "marbrel/marques.h"
+#include "marbrel/outils.h"
+#include "marbrel/schema.h"
+#include "marbrel/sqlite_store.h"
+#include "printing/imprimantes.h"
+#include "printing/print_formats.h"
+
+namespace banc {
+
+namespace {
+
+// One QApplication for the whole test program (the control is a widget).
+void Application() {
+  static int argc = 1;
+  static char nom[] = "tests";
+  static char* argv[] = {nom, nullptr};
+  static QApplication* app = [] {
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    return new QApplication(argc, argv);
+  }();
+  (void)app;
+}
+
+}  // namespace
+
+marbrel::TabDyn Rec(std::initializer_list<std::string> attributs) {
+  std::string texte;
+  bool premier = true;
+  for (const std::string& a : attributs) {
+    if (!premier) texte += marbrel::AM;
+    premier = false;
+    for (char c : a) {
+      if (c == ']') {
+        texte += marbrel::VM;
+      } else if (c == '\\') {
+        texte += marbrel::SM;
+      } else {
+        texte += c;
+      }
+    }
+  }
+  return marbrel::TabDyn(texte);
+}
+
+Banc::Banc() {
+  Application();
+  char modele[] = "/tmp/vesko-banc-XXXXXX";
+  dossier_ = mkdtemp(modele);
+  chemin_ = dossier_ + "/base.vesko";
+  auto store =
+      std::make_shared<marbrel::SqliteStore>(chemin_, marbrel::SqliteStore::Mode::Creation);
+  for (auto nom : marbrel::kFichiersVesko) store->CreeFichier(std::string(nom));
+  for (auto nom : {"TPSAIDEINDISPO", "TPSAIDANTINDISPO", "TPSINCOMPATIBILITES"}) {
+    store->CreeFichier(std::string("DICT ") + nom);
+  }
+  ecriture_ = std::make_shared<marbrel::Base>(store);
+  controle_ = std::make_unique<Ctr_Vesko>();
+}
+
+Banc::~Banc() {
+  controle_.reset();
+  ecriture_.reset();
+  std::error_code ec;
+  std::filesystem::remove_all(dossier_, ec);
+}
+
+void Banc::Met(const std::string& fichier, const std::string& cle, const marbrel::TabDyn& rec) {
+  ecriture_->Magasin().CreeFichier(fichier);
+  ecriture_->Magasin().Ecrit(fichier, cle, rec.Texte());
+}
+
+void Banc::MetDict(const std::string& fichier, const std::string& item,
+                   const marbrel::TabDyn& rec) {
+  Met("DICT " + fichier, item, rec);
+}
+
+void Banc::Imprime(const std::string& type, const std::vector<std::string>& cles,
+                   const std::string& aujourdhui) {
+  enregistrement_ = {};
+  printing::Destination enregistreur{
+      "Enregistrement", [this](const printing::Travail&) {
+        return std::make_unique<printing::RecordingSurface>(&enregistrement_);
+      }};
+  printing::ListeImprimantes::Courante().Installe({enregistreur});
+  marbrel::Outils::Instance().Installe_Choix([](const std::string&) { return "0"; },
+                                             [] { return std::int16_t{9}; });
+  marbrel::TabDyn liste;
+  for (size_t i = 0; i < cles.size(); ++i) liste.Remplace(static_cast<long>(i + 1), cles[i]);
+  std::string t = type;
+  controle_->Fixe_Aujourdhui(std::stol(marbrel::Outils::Instance().Date_Interne(aujourdhui)));
+  // A print opens the store read-only, like the command does.
+  controle_->TheDatabase(marbrel::Base::OuvreSqlite(chemin_, true));
+  controle_->Edition(liste, t);
+}
+
+std::string Banc::Texte() const { return printing::EnTexte(enregistrement_); }
+std::string Banc::Json() const { return printing::EnJson(enregistrement_); }
+
+std::vector<std::string> Banc::Lignes() const {
+  std::vector<std::string> lignes;
+  std::string t = Texte();
+  size_t debut = 0;
+  while (debut < t.size()) {
+    size_t fin = t.find('\n', debut);
+    if (fin == std::string::npos) fin = t.size();
+    lignes.push_back(t.substr(debut, fin - debut));
+    debut = fin + 1;
+  }
+  return lignes;
+}
+
+std::vector<std::string> Banc::Section(const std::string& titre) const {
+  // Titles are the 16-point items: find ours, then collect text lines until
+  // the next 16-point item or the end of the page.
+  std::vector<std::string> lignes;
+  bool dedans = false;
+  for (const auto& page : enregistrement_.pages) {
+    double y = -1;
+    for (const auto& e : page.elements) {
+      const auto* t = std::get_if<printing::ElementTexte>(&e);
+      if (!t) continue;
+      if (t->police.taille == 16) {
+        if (dedans) return lignes;
+        dedans = t->texte == titre;
+        y = -1;
+        continue;
+      }
+      if (!dedans) continue;
+      if (t->y == y && !lignes.empty()) {
+        lignes.back() += t->texte;
+      } else {
+        lignes.push_back(t->texte);
+      }
+      y = t->y;
+    }
+    if (dedans) return lignes;
+  }
+  return lignes;
+}
+
+}  // namespace banc
