@@ -121,7 +121,8 @@ class Ctr_Vesko : public QWidget {
   std::int32_t Compteur_Ligne = 0;  // lines of the latest ImprimeDonnées
   TabDyn Travail1;                  // two scratch records of the run
   TabDyn Travail2;
-  TabDyn Taille_Col;  // column widths in cm for Cadre, values of attribute 1
+  TabDyn Taille_Col;          // column widths in cm for Cadre, values of attribute 1
+  TabDyn Resultat_Selection;  // latest selection: row r = attribute r, fields as values
 
   // List-printing members used by ImprimeDonnées, set by its caller.
   TabDyn Liste_Source;              // the record whose list is printed
@@ -148,6 +149,7 @@ class Ctr_Vesko : public QWidget {
  private:
   void Indispo(std::string& W_Code);
   std::int32_t Position_Coupure(const std::string& Texte);
+  friend struct Essai_Coupure;  // the tests' door to the private word-wrap rule
 
   // Runs one row of the dossier; a failure is recorded and the run goes on.
   template <typename F>
