@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "marbrel/tabdyn.h"
+#include "marbrel/tabdyn.h"  // callers read rows as records
 
 namespace marbrel {
 
@@ -16,17 +16,20 @@ class Liste_Selection {
   void Ajoute(const std::vector<std::string>& champs);
 
   // The number of rows.
-  long DCount() const { return lignes_; }
+  long DCount() const { return static_cast<long>(lignes_.size()); }
   // Row r as text, its fields separated by value marks; "" past the end.
-  std::string operator()(long r) const { return table_.Extrait(r); }
+  std::string operator()(long r) const;
   // Field f of row r; "" past the end.
-  std::string operator()(long r, long f) const { return table_.Extrait(r, f); }
+  std::string operator()(long r, long f) const;
   // All rows, separated by attribute marks; "" when nothing was selected.
-  const std::string& Texte() const { return table_.Texte(); }
+  const std::string& Texte() const;
 
  private:
-  TabDyn table_;
-  long lignes_ = 0;
+  // Rows are kept apart so that adding and reading one costs the same for the
+  // millionth row as for the first; the joined text is built when asked for.
+  std::vector<std::string> lignes_;
+  mutable std::string texte_;
+  mutable bool texte_a_jour_ = true;
 };
 
 }  // namespace marbrel

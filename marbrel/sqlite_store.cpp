@@ -28,6 +28,11 @@ class SqliteStore::Requete {
     if (rc == SQLITE_DONE) return false;
     store_.Echec("lecture");
   }
+  // Makes the statement ready to run again with new values.
+  void Reinitialise() {
+    sqlite3_reset(stmt_);
+    sqlite3_clear_bindings(stmt_);
+  }
   std::string Colonne(int i) {
     const void* p = sqlite3_column_blob(stmt_, i);
     int n = sqlite3_column_bytes(stmt_, i);
@@ -65,8 +70,8 @@ SqliteStore::SqliteStore(const std::string& chemin, Mode mode)
 SqliteStore::~SqliteStore() { sqlite3_close(db_); }
 
 void SqliteStore::Echec(const std::string& quoi) const {
-  throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " (" + quoi + ") : " +
-                             (db_ ? sqlite3_errmsg(db_) : "base fermée") + ".");
+  throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " (" + quoi +
+                             ") : " + (db_ ? sqlite3_errmsg(db_) : "base fermée") + ".");
 }
 
 void SqliteStore::Execute(const char* sql) {
@@ -144,11 +149,31 @@ void SqliteStore::Ecrit(const std::string& fichier, const std::string& cle,
   if (!ExisteFichier(fichier)) {
     throw Erreur(ERR_FICHIER_INCONNU, "Le fichier " + fichier + " n'existe pas dans la base.");
   }
-  Requete r(*this, "INSERT OR REPLACE INTO enregistrements (fichier, cle, texte) VALUES (?1, ?2, ?3)");
+  Requete r(*this,
+            "INSERT OR REPLACE INTO enregistrements (fichier, cle, texte) VALUES (?1, ?2, ?3)");
   r.Lie(1, fichier);
   r.Lie(2, cle);
   r.Lie(3, enregistrement);
   r.Pas();
+}
+
+void SqliteStore::EcritLot(const std::string& fichier, const Producteur& suivant) {
+  ExigeEcriture();
+  if (!ExisteFichier(fichier)) {
+    throw Erreur(ERR_FICHIER_INCONNU, "Le fichier " + fichier + " n'existe pas dans la base.");
+  }
+  Transaction([&] {
+    Requete r(*this,
+              "INSERT OR REPLACE INTO enregistrements (fichier, cle, texte) VALUES (?1, ?2, ?3)");
+    std::string cle, enregistrement;
+    while (suivant(cle, enregistrement)) {
+      r.Lie(1, fichier);
+      r.Lie(2, cle);
+      r.Lie(3, enregistrement);
+      r.Pas();
+      r.Reinitialise();
+    }
+  });
 }
 
 void SqliteStore::Supprime(const std::string& fichier, const std::string& cle) {

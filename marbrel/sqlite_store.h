@@ -37,6 +37,7 @@ class SqliteStore : public Store {
   void Ecrit(const std::string& fichier, const std::string& cle,
              const std::string& enregistrement) override;
   void Supprime(const std::string& fichier, const std::string& cle) override;
+  void EcritLot(const std::string& fichier, const Producteur& suivant) override;
   void Transaction(const std::function<void()>& f) override;
 
  private:

@@ -37,6 +37,15 @@ class Store {
   virtual void Ecrit(const std::string& fichier, const std::string& cle,
                      const std::string& enregistrement) = 0;
   virtual void Supprime(const std::string& fichier, const std::string& cle) = 0;
+  // Writes many records of one existing file: suivant fills in the next key and
+  // record and returns false when there are no more. The effect is that of
+  // Ecrit for each record; a store may do it faster (the SQLite store prepares
+  // its statement once), which loading a dump or a benchmark file needs.
+  using Producteur = std::function<bool(std::string& cle, std::string& enregistrement)>;
+  virtual void EcritLot(const std::string& fichier, const Producteur& suivant) {
+    std::string cle, enregistrement;
+    while (suivant(cle, enregistrement)) Ecrit(fichier, cle, enregistrement);
+  }
   // Runs f as one transaction: everything f wrote is kept, or nothing when f throws.
   virtual void Transaction(const std::function<void()>& f) = 0;
 };
