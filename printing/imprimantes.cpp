@@ -20,8 +20,3 @@ void ListeImprimantes::FixeFichierPdf(const std::string& chemin) { fichier_pdf =
 const std::string& ListeImprimantes::FichierPdf() { return fichier_pdf; }
 
 }  // namespace printing
-
-// TEMPORARY weak definition until the system list lands; removed then.
-namespace printing {
-__attribute__((weak)) std::vector<Destination> ListeImprimantes::Systeme() { return {}; }
-}  // namespace printing

@@ -1,0 +1,103 @@
+#include "printing/rendu.h"
+
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+#include <variant>
+
+#include "printing/qt_dessin.h"
+#include "printing/qt_surface.h"
+
+namespace printing {
+
+namespace {
+
+void DessineElements(const PageEnregistree& page, Surface& surface) {
+  for (const Element& e : page.elements) {
+    if (const auto* t = std::get_if<ElementTexte>(&e)) {
+      surface.Texte(t->x, t->y, t->police, t->texte);
+    } else {
+      const auto& l = std::get<ElementTrait>(e);
+      surface.Trait(l.x1, l.y1, l.x2, l.y2, l.largeur);
+    }
+  }
+}
+
+void DessineElements(const PageEnregistree& page, DessinQt& dessin) {
+  for (const Element& e : page.elements) {
+    if (const auto* t = std::get_if<ElementTexte>(&e)) {
+      dessin.Texte(t->x, t->y, t->police, t->texte);
+    } else {
+      const auto& l = std::get<ElementTrait>(e);
+      dessin.Trait(l.x1, l.y1, l.x2, l.y2, l.largeur);
+    }
+  }
+}
+
+}  // namespace
+
+void Rejoue(const Enregistrement& enregistrement, Surface& surface) {
+  if (enregistrement.pages.empty()) return;
+  surface.DebutDocument(enregistrement.papier);
+  bool premiere = true;
+  for (const PageEnregistree& page : enregistrement.pages) {
+    if (!premiere) surface.NouvellePage();
+    premiere = false;
+    DessineElements(page, surface);
+  }
+  surface.FinDocument();
+}
+
+void EcritPdf(const Enregistrement& enregistrement, const std::string& chemin) {
+  if (enregistrement.pages.empty()) return;
+  Travail travail;
+  auto surface = SurfacePdf(chemin, travail);
+  Rejoue(enregistrement, *surface);
+}
+
+std::vector<std::string> EcritPng(const Enregistrement& enregistrement, const std::string& dossier,
+                                  int dpi) {
+  if (dpi < 10 || dpi > 1200) {
+    throw std::runtime_error("résolution PNG invalide : " + std::to_string(dpi) +
+                             " points par pouce (attendu entre 10 et 1200).");
+  }
+  if (!QDir().mkpath(QString::fromStdString(dossier))) {
+    throw std::runtime_error("le dossier « " + dossier + " » ne peut pas être créé.");
+  }
+  const Papier& papier = enregistrement.papier;
+  const QSize pixels(static_cast<int>(std::lround(papier.largeur_mm * dpi / 25.4)),
+                     static_cast<int>(std::lround(papier.hauteur_mm * dpi / 25.4)));
+  const int points_par_metre = static_cast<int>(std::lround(dpi / 0.0254));
+  std::vector<std::string> chemins;
+  for (size_t i = 0; i < enregistrement.pages.size(); ++i) {
+    QImage image(pixels, QImage::Format_RGB32);
+    // The image's resolution is what turns point sizes into pixels.
+    image.setDotsPerMeterX(points_par_metre);
+    image.setDotsPerMeterY(points_par_metre);
+    image.fill(Qt::white);
+    {
+      QPainter painter(&image);
+      // Smooth letters, but rules left crisp: a ruled line one pixel wide
+      // would otherwise spread in grey over two.
+      painter.setRenderHint(QPainter::TextAntialiasing);
+      const double marge = kMargeCm * 10.0 * dpi / 25.4;
+      painter.translate(marge, marge);
+      DessinQt dessin(painter);
+      DessineElements(enregistrement.pages[i], dessin);
+    }
+    char nom[32];
+    std::snprintf(nom, sizeof nom, "page-%03zu.png", i + 1);
+    const std::string chemin = (std::filesystem::path(dossier) / nom).string();
+    if (!image.save(QString::fromStdString(chemin), "PNG")) {
+      throw std::runtime_error("l'image « " + chemin + " » ne peut pas être écrite.");
+    }
+    chemins.push_back(chemin);
+  }
+  return chemins;
+}
+
+}  // namespace printing

@@ -1,0 +1,218 @@
+// Real PDF files and images through the Qt surface, read back with poppler
+// (pdftotext, pdffonts, pdfinfo, pdftoppm) and checked against the recording
+// of the same print.
+#include "printing/qt_surface.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <cmath>
+#include <filesystem>
+#include <regex>
+
+#include "marbrel/texte.h"
+#include "printing/print_formats.h"
+#include "printing/printer.h"
+#include "printing/recording.h"
+#include "printing/rendu.h"
+#include "tests/printing/outils.h"
+
+namespace {
+
+using essai::Lance;
+using essai::Lignes;
+
+constexpr double kCm = 567;
+constexpr double kLigne = 0.417 * kCm;
+
+// A page of a dossier in miniature: a header, a section title in its heavy
+// font, a framed table of three rows and a filler row, a full-width line and
+// a second page. Returns the position of the table's first row.
+double ImprimeExemple(printing::Printer& p) {
+  p.SetFontSize(11);
+  p.SetFontName("Courier New");
+  p.Print("Date : 15/03/2024" + texte::Space(55) + "Page 1");
+  p.Print(" ");
+  p.SetFontSize(16);
+  p.SetFontItalic(true);
+  p.SetFontUnderline(true);
+  p.SetFontBold(true);
+  p.Print("ETAT CIVIL");
+  p.SetFontItalic(false);
+  p.SetFontUnderline(false);
+  p.SetFontBold(false);
+  p.SetFontSize(11);
+  p.Print(" ");
+  const double haut = p.CurrentY();
+  // Nine spaces put the first column just inside the frame's left edge at 2 cm.
+  p.Print(texte::Space(9) + texte::Pad("Nom", 17) + texte::Pad("Prénom", 13) + "Naissance");
+  p.Print(texte::Space(9) + texte::Pad("DUPONT", 17) + texte::Pad("Hélène", 13) + "01/02/1950");
+  p.Print(texte::Space(9) + texte::Pad("MARTIN", 17) + texte::Pad("Paul", 13) + "30/11/1948");
+  p.Print(texte::Space(9), false);
+  p.Print(texte::Pad("LE GALL", 17), false);  // one row printed in pieces
+  p.Print(texte::Pad("Anne", 13) + "12/07/1960");
+  p.Print("");
+  p.SetDrawWidth(3);
+  const double bas = haut + 5 * kLigne;
+  p.Line(2 * kCm, haut, 12 * kCm, haut);
+  p.Line(2 * kCm, bas, 12 * kCm, bas);
+  for (double x : {2.0, 6.0, 9.0, 12.0}) p.Line(x * kCm, haut, x * kCm, bas);
+  p.Print(" ");
+  p.Print(std::string(78, 'M'));
+  p.NewPage();
+  p.Print("Page deux");
+  p.EndDoc();
+  return haut;
+}
+
+// Pixel of a page rendered at 100 dpi for a position in twips.
+int Px(double twips) { return static_cast<int>(std::lround((0.5 * kCm + twips) * 100 / 1440)); }
+
+bool Encre(const QImage& image, int x, int y) { return qGray(image.pixel(x, y)) < 200; }
+
+// The frame of ImprimeExemple is on the image: its four edges and the column
+// separators are inked, nothing is drawn beyond it, and the rows sit inside.
+void VerifieCadre(const QImage& image, double haut) {
+  // A4 at 100 dpi (poppler rounds 841.9 points up to a whole pixel more).
+  ASSERT_EQ(image.width(), 827);
+  ASSERT_NEAR(image.height(), 1169, 1);
+  const double bas = haut + 5 * kLigne;
+  auto rule_h = [&](double y) {
+    int encrees = 0;
+    for (int x = Px(2 * kCm) + 1; x < Px(12 * kCm); ++x) {
+      encrees += Encre(image, x, Px(y) - 1) || Encre(image, x, Px(y)) || Encre(image, x, Px(y) + 1);
+    }
+    return encrees;
+  };
+  auto rule_v = [&](double x) {
+    int encrees = 0;
+    for (int y = Px(haut) + 1; y < Px(bas); ++y) {
+      encrees += Encre(image, Px(x) - 1, y) || Encre(image, Px(x), y) || Encre(image, Px(x) + 1, y);
+    }
+    return encrees;
+  };
+  // Every pixel along each rule, its two end pixels (partly inked) aside.
+  const int largeur = Px(12 * kCm) - Px(2 * kCm) - 1;
+  const int hauteur = Px(bas) - Px(haut) - 1;
+  EXPECT_EQ(rule_h(haut), largeur);
+  EXPECT_EQ(rule_h(bas), largeur);
+  for (double x : {2.0, 6.0, 9.0, 12.0}) EXPECT_EQ(rule_v(x * kCm), hauteur) << x << " cm";
+  EXPECT_FALSE(Encre(image, Px(12.2 * kCm), Px(haut)));  // the rule stops at the edge
+  EXPECT_FALSE(Encre(image, Px(1.8 * kCm), Px(bas)));
+  // The line above the table is blank: no ink between it and the top rule.
+  for (int y = Px(haut - kLigne) + 2; y < Px(haut) - 2; ++y) {
+    for (int x = Px(2 * kCm); x <= Px(12 * kCm); ++x)
+      ASSERT_FALSE(Encre(image, x, y)) << x << "," << y;
+  }
+  // Each of the five rows has ink between its two neighbouring pitch lines
+  // (the filler row excepted), inside the first column.
+  for (int rang = 0; rang < 4; ++rang) {
+    int encre = 0;
+    for (int y = Px(haut + rang * kLigne) + 2; y < Px(haut + (rang + 1) * kLigne) - 1; ++y) {
+      for (int x = Px(2.1 * kCm); x < Px(5.9 * kCm); ++x) encre += Encre(image, x, y);
+    }
+    EXPECT_GT(encre, 20) << "rang " << rang;
+  }
+  // The 78-character line ends where 78 advances of 0.6 em put it.
+  const double y_m = haut + 6 * kLigne;
+  int droite = 0;
+  for (int y = Px(y_m); y < Px(y_m + kLigne); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (Encre(image, x, y)) droite = std::max(droite, x);
+    }
+  }
+  EXPECT_NEAR(droite, Px(78 * 0.6 * 11 * 20), 3);
+}
+
+// Non-empty lines, trailing spaces dropped, pages split by form feeds
+// (pdftotext ends every page with one, the text format only separates them).
+std::vector<std::string> LignesVisibles(const std::string& texte) {
+  std::vector<std::string> lignes;
+  for (std::string l : Lignes(std::regex_replace(texte, std::regex("\f"), "\f\n"))) {
+    l.erase(l.find_last_not_of(' ') + 1);
+    if (!l.empty()) lignes.push_back(l);
+  }
+  if (!lignes.empty() && lignes.back() == "\f") lignes.pop_back();
+  return lignes;
+}
+
+TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
+  essai::DossierTemporaire dossier;
+  printing::Enregistrement rec;
+  printing::Printer enregistreur(std::make_unique<printing::RecordingSurface>(&rec));
+  const double haut = ImprimeExemple(enregistreur);
+
+  const std::string pdf = dossier / "exemple.pdf";
+  printing::Travail travail{"DOSSIER AIDE S0001", 1};
+  printing::Printer imprimante(printing::SurfacePdf(pdf, travail));
+  ImprimeExemple(imprimante);
+
+  int statut = -1;
+  const std::string texte = Lance("pdftotext -layout '" + pdf + "' -", &statut);
+  ASSERT_EQ(statut, 0) << "pdftotext (poppler-utils) est nécessaire";
+  EXPECT_EQ(LignesVisibles(texte), LignesVisibles(printing::EnTexte(rec))) << texte;
+
+  const std::string polices = Lance("pdffonts '" + pdf + "'");
+  EXPECT_TRUE(std::regex_search(polices, std::regex(R"(\n(LiberationMono|CourierNew\w*) .* yes )")))
+      << polices;
+  EXPECT_TRUE(
+      std::regex_search(polices, std::regex(R"((LiberationMono|CourierNew\w*)-BoldItalic)")))
+      << polices;
+  const std::string infos = Lance("pdfinfo '" + pdf + "'");
+  EXPECT_NE(infos.find("Title:           DOSSIER AIDE S0001"), std::string::npos) << infos;
+  EXPECT_NE(infos.find("Pages:           2"), std::string::npos) << infos;
+  EXPECT_NE(infos.find("(A4)"), std::string::npos) << infos;
+
+  // Words sit on the grid of 0.6 em from the printable origin, 5 mm in.
+  const std::string boites = Lance("pdftotext -f 1 -l 1 -bbox '" + pdf + "' -");
+  std::smatch m;
+  ASSERT_TRUE(std::regex_search(
+      boites, m, std::regex(R"re(xMin="([0-9.]+)" yMin="([0-9.]+)"[^>]*>30/11/1948<)re")));
+  EXPECT_NEAR(std::stod(m[1]), 14.173 + 39 * 6.6, 0.05);
+  EXPECT_NEAR(std::stod(m[2]), 14.173 + (haut + 2 * kLigne) / 20, 0.05);
+
+  ASSERT_EQ(Lance("pdftoppm -png -r 100 '" + pdf + "' '" + (dossier / "rendu") + "'", &statut), "");
+  ASSERT_EQ(statut, 0);
+  QImage page(QString::fromStdString(dossier / "rendu-1.png"));
+  VerifieCadre(page, haut);
+
+  // The same recording replayed: the PDF and the images look the same.
+  const std::string rejoue = dossier / "rejoue.pdf";
+  printing::EcritPdf(rec, rejoue);
+  EXPECT_EQ(Lance("pdftotext -layout '" + rejoue + "' -"), texte);
+  const auto images = printing::EcritPng(rec, dossier / "png", 100);
+  ASSERT_EQ(images.size(), 2u);
+  EXPECT_EQ(images[1], dossier / "png/page-002.png");
+  QImage image(QString::fromStdString(images[0]));
+  EXPECT_EQ(image.pixel(0, 0), qRgb(255, 255, 255));
+  VerifieCadre(image, haut);
+}
+
+TEST(QtSurfaceTest, PaperCodeNothingPrintedAndUnwritableFile) {
+  essai::DossierTemporaire dossier;
+  const std::string a3 = dossier / "a3.pdf";
+  {
+    printing::Printer p(printing::SurfacePdf(a3, {}));
+    p.SetPaperSize(8);
+    p.Print("x");
+    p.EndDoc();
+  }
+  EXPECT_NE(Lance("pdfinfo '" + a3 + "'").find("(A3)"), std::string::npos);
+
+  const std::string vide = dossier / "vide.pdf";
+  {
+    printing::Printer p(printing::SurfacePdf(vide, {}));
+    p.EndDoc();
+  }
+  EXPECT_FALSE(std::filesystem::exists(vide));  // nothing printed, no document
+
+  const std::string perdu = dossier / "absent/dossier.pdf";
+  try {
+    printing::SurfacePdf(perdu, {});
+    ADD_FAILURE() << "un dossier absent doit être signalé";
+  } catch (const std::runtime_error& e) {
+    EXPECT_EQ(std::string(e.what()), "le dossier du fichier PDF « " + perdu + " » n'existe pas.");
+  }
+}
+
+}  // namespace
