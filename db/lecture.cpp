@@ -42,6 +42,13 @@ long Position_Code(const marbrel::TabDyn& table, const std::string& code) {
   }
 }
 
+long Position_Arret(const marbrel::TabDyn& table, const std::string& code) {
+  for (long i = 1;; ++i) {
+    std::string valeur = table(2, i);
+    if (valeur.empty() || valeur == code) return i;
+  }
+}
+
 std::string Libelle(const marbrel::TabDyn& table, const std::string& code) {
   long i = Position_Code(table, code);
   return i == 0 ? "" : table(3, i);

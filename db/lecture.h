@@ -24,6 +24,12 @@ marbrel::TabDyn& Charge_Table(const std::string& code_table);
 // the code is not there.
 long Position_Code(const marbrel::TabDyn& table, const std::string& code);
 
+// Where a section's scan of a code table stops: the position of code, or the
+// first position whose code is empty (the code is unknown). Sections that
+// print "the label at that position" read attribute 3 there, and may cut it in
+// memory at that same position.
+long Position_Arret(const marbrel::TabDyn& table, const std::string& code);
+
 // The label of code in a code table; "" when the code has no label.
 std::string Libelle(const marbrel::TabDyn& table, const std::string& code);
 

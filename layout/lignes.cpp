@@ -14,7 +14,11 @@ void Blanc(printing::Printer& p) { p.Print(" "); }
 void Ligne_Vide(printing::Printer& p) { p.Print(""); }
 
 std::string Coupe(marbrel::TabDyn& enregistrement, long a, long v, long largeur) {
-  std::string coupe = texte::Left(enregistrement(a, v), largeur);
+  std::string valeur = enregistrement(a, v);
+  // Only a real cut is written back: writing an element that is not there
+  // would grow the record with empty values its later readers would count.
+  if (texte::Len(valeur) <= largeur) return valeur;
+  std::string coupe = texte::Left(valeur, largeur);
   enregistrement.Remplace(a, v, coupe);
   return coupe;
 }
