@@ -9,7 +9,10 @@
 #include "marbrel/erreur.h"
 
 template <typename F>
-void Ctr_Vesko::Garde(const char* section, const std::string& cle, F&& action) {
+void Ctr_Vesko::Garde(const char* appel, const std::string& cle, F&& action) {
+  // The section is named as the procedure, without its arguments.
+  std::string section(appel);
+  section = section.substr(0, section.find('('));
   try {
     action();
   } catch (const std::exception& e) {

@@ -10,6 +10,7 @@
 #include "marbrel/sqlite_store.h"
 #include "printing/imprimantes.h"
 #include "printing/print_formats.h"
+#include "tests/support/magasin_defaillant.h"
 
 namespace banc {
 
@@ -95,7 +96,10 @@ void Banc::Imprime(const std::string& type, const std::vector<std::string>& cles
   std::string t = type;
   controle_->Fixe_Aujourdhui(std::stol(marbrel::Outils::Instance().Date_Interne(aujourdhui)));
   // A print opens the store read-only, like the command does.
-  controle_->TheDatabase(marbrel::Base::OuvreSqlite(chemin_, true));
+  std::shared_ptr<marbrel::Store> store =
+      std::make_shared<marbrel::SqliteStore>(chemin_, marbrel::SqliteStore::Mode::LectureSeule);
+  if (!en_panne_.empty()) store = std::make_shared<MagasinDefaillant>(store, en_panne_);
+  controle_->TheDatabase(std::make_shared<marbrel::Base>(store));
   controle_->Edition(liste, t);
 }
 

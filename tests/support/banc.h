@@ -34,6 +34,9 @@ class Banc {
   void Imprime(const std::string& type, const std::vector<std::string>& cles,
                const std::string& aujourdhui = "15/03/2024");
 
+  // From now on every read of that file fails with a store error.
+  void FaitEchouer(const std::string& fichier) { en_panne_ = fichier; }
+
   // The recording's text format, split into lines (a page eject is "\f").
   std::vector<std::string> Lignes() const;
   std::string Texte() const;
@@ -53,6 +56,7 @@ class Banc {
   std::shared_ptr<marbrel::Base> ecriture_;
   std::unique_ptr<Ctr_Vesko> controle_;
   printing::Enregistrement enregistrement_;
+  std::string en_panne_;
 };
 
 }  // namespace banc
