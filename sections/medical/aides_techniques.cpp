@@ -1,0 +1,32 @@
+// The technical aids in use at a care recipient's home, two to a line, from
+// the environment record that the housing section read.
+#include "control/ctr_vesko.h"
+#include "db/lecture.h"
+#include "db/variable.h"
+#include "marbrel/texte.h"
+
+namespace {
+
+// The label of an aid, looked up afresh each time; an unknown code gives the
+// label of the first free position of the table, normally empty.
+std::string Libelle_Aide(const std::string& code) {
+  const TabDyn& table = db::Charge_Table("AIDETECHNIQUE");
+  return table(3, db::Position_Arret(table, code));
+}
+
+}  // namespace
+
+void Ctr_Vesko::Aide_Technique() {
+  Titre("AIDES TECHNIQUES");
+  const TabDyn& environnement = Variable::Enregistrement(Fic::ENVIRONAIDE);
+  for (long j = 1; j <= 5; j += 2) {
+    const std::string gauche = environnement(19, j);
+    const std::string droite = environnement(19, j + 1);
+    // A pair with neither aid prints nothing; an aid alone on the right keeps
+    // its column behind an empty left one.
+    if (gauche.empty() && droite.empty()) continue;
+    const std::string libelle = gauche.empty() ? "" : Libelle_Aide(gauche);
+    P().Print(" " + libelle + texte::Space(40 - texte::Len(libelle)), false);
+    P().Print(droite.empty() ? " " : Libelle_Aide(droite));
+  }
+}
