@@ -67,7 +67,10 @@ SqliteStore::SqliteStore(const std::string& chemin, Mode mode)
   verif.Pas();
 }
 
-SqliteStore::~SqliteStore() { sqlite3_close(db_); }
+SqliteStore::~SqliteStore() {
+  sqlite3_finalize(lecture_);
+  sqlite3_close(db_);
+}
 
 void SqliteStore::Echec(const std::string& quoi) const {
   throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " (" + quoi +
@@ -103,11 +106,27 @@ std::vector<std::string> SqliteStore::Fichiers() {
 }
 
 std::optional<std::string> SqliteStore::Lit(const std::string& fichier, const std::string& cle) {
-  Requete r(*this, "SELECT texte FROM enregistrements WHERE fichier = ?1 AND cle = ?2");
-  r.Lie(1, fichier);
-  r.Lie(2, cle);
-  if (!r.Pas()) return std::nullopt;
-  return r.Colonne(0);
+  if (!lecture_ && sqlite3_prepare_v2(db_,
+                                      "SELECT texte FROM enregistrements WHERE fichier = ?1 AND "
+                                      "cle = ?2",
+                                      -1, &lecture_, nullptr) != SQLITE_OK) {
+    Echec("préparation de la lecture");
+  }
+  sqlite3_bind_blob(lecture_, 1, fichier.data(), static_cast<int>(fichier.size()), SQLITE_STATIC);
+  sqlite3_bind_blob(lecture_, 2, cle.data(), static_cast<int>(cle.size()), SQLITE_STATIC);
+  int rc = sqlite3_step(lecture_);
+  std::optional<std::string> texte;
+  if (rc == SQLITE_ROW) {
+    const void* p = sqlite3_column_blob(lecture_, 0);
+    int n = sqlite3_column_bytes(lecture_, 0);
+    texte = p ? std::string(static_cast<const char*>(p), static_cast<size_t>(n)) : std::string();
+  }
+  // Reset before any failure is reported, so that the next read starts clean
+  // and the statement holds no lock between reads.
+  sqlite3_reset(lecture_);
+  sqlite3_clear_bindings(lecture_);
+  if (rc != SQLITE_ROW && rc != SQLITE_DONE) Echec("lecture");
+  return texte;
 }
 
 void SqliteStore::Parcourt(const std::string& fichier, const Visiteur& visiteur) {

@@ -9,6 +9,7 @@
 #include "marbrel/store.h"
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace marbrel {
 
@@ -47,6 +48,9 @@ class SqliteStore : public Store {
   [[noreturn]] void Echec(const std::string& quoi) const;
 
   sqlite3* db_ = nullptr;
+  // The read by key is the hot path of a print: its statement is prepared
+  // once and kept (finalised by the destructor).
+  sqlite3_stmt* lecture_ = nullptr;
   std::string chemin_;
   bool lecture_seule_ = false;
   long long parcourus_ = 0;
