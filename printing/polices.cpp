@@ -32,12 +32,29 @@ bool InstalleeDansQt(const std::string& famille) {
   });
 }
 
+bool FixeInstallee(const QString& famille) {
+  return InstalleeDansQt(famille.toStdString()) && QFontDatabase::isFixedPitch(famille);
+}
+
 std::string PlusProcheFixeDansQt(const std::string& nom) {
+  // First what the system's own font matching gives for a typewriter font of
+  // that name, when it is a real installed fixed-pitch family (not a generic
+  // alias such as "monospace", which may stand for anything).
   QFont demandee(QString::fromStdString(nom));
   demandee.setStyleHint(QFont::TypeWriter);
   demandee.setFixedPitch(true);
-  QFontInfo trouvee(demandee);
-  if (trouvee.fixedPitch()) return trouvee.family().toStdString();
+  const QString trouvee = QFontInfo(demandee).family();
+  if (FixeInstallee(trouvee)) return trouvee.toStdString();
+  // Then the Courier look-alikes, then any fixed-pitch family.
+  for (const char* famille : {"Cousine", "Nimbus Mono PS", "Nimbus Mono L", "FreeMono",
+                              "DejaVu Sans Mono", "Noto Sans Mono", "Noto Mono"}) {
+    if (FixeInstallee(QString::fromLatin1(famille))) return famille;
+  }
+  for (const QString& famille : QFontDatabase::families()) {
+    if (QFontDatabase::isFixedPitch(famille) && !QFontDatabase::isPrivateFamily(famille)) {
+      return famille.toStdString();
+    }
+  }
   return QFontDatabase::systemFont(QFontDatabase::FixedFont).family().toStdString();
 }
 

@@ -57,11 +57,13 @@ void Printer::NewPage() {
 
 void Printer::EndDoc() {
   if (!commence_) return;
-  surface_->FinDocument();
+  // The document is over even when the surface fails to complete it (a file
+  // that cannot be written): the next print starts a new one.
   commence_ = false;
   x_ = 0;
   y_ = 0;
   hauteur_ligne_courante_ = 0;
+  surface_->FinDocument();
 }
 
 }  // namespace printing

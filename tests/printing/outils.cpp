@@ -144,10 +144,14 @@ ServeurCups::~ServeurCups() {
 }
 
 bool ServeurCups::AjouteFile(const std::string& nom, bool defaut) {
+  // A queue is made once per scheduler: changing it again while it still
+  // prints the previous test's job could be refused.
+  if (!files_.insert(nom).second) return true;
   int statut = 1;
   Lance("lpadmin -p " + nom + " -E -v capture:" + dossier_ / "captures" + "/" + nom + " 2>&1",
         &statut);
   if (statut == 0 && defaut) Lance("lpadmin -d " + nom + " 2>&1", &statut);
+  if (statut != 0) files_.erase(nom);
   return statut == 0;
 }
 

@@ -3,6 +3,7 @@
 // private CUPS server with capture queues.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,8 @@ class ServeurCups {
   static ServeurCups* Instance();
   ~ServeurCups();
 
-  // Adds a queue (the default one when defaut); false on failure.
+  // Adds a queue (the default one when defaut) unless it was added already;
+  // false on failure.
   bool AjouteFile(const std::string& nom, bool defaut = false);
   // The job last captured by the queue, waiting for it up to a few seconds:
   // its content ("" when none came) and its "title=…" / "copies=…" lines.
@@ -48,6 +50,7 @@ class ServeurCups {
 
   DossierTemporaire dossier_;
   int pid_ = -1;
+  std::set<std::string> files_;
 };
 
 }  // namespace essai

@@ -2,11 +2,18 @@
 #include "printing/polices.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QFont>
 #include <QFontInfo>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
 #include <set>
 #include <sstream>
+
+#include "tests/printing/outils.h"
 
 namespace {
 
@@ -52,6 +59,42 @@ TEST(PolicesTest, ReplacementIsAnnouncedOnceAndOtherNamesPassThrough) {
   EXPECT_EQ(texte.find("Vesko : ni la police « Courier New » ni « Liberation Mono »"), 0u) << texte;
   EXPECT_NE(texte.find("« DejaVu Sans Mono »"), std::string::npos);
   EXPECT_EQ(texte.find("Vesko", 1), std::string::npos);  // said once
+}
+
+// A machine without Courier New and without fonts-liberation: this program
+// runs again with a font configuration that holds only the DejaVu fonts.
+TEST(PolicesTest, WithoutLiberationTheNearestFixedPitchFontIsUsedAndNamedOnce) {
+  if (std::getenv("VESKO_ESSAI_SANS_LIBERATION") != nullptr) {  // the second run
+    const std::string famille = printing::FamillePolice("Courier New");
+    printing::FamillePolice("Courier New");
+    QFontInfo info{QFont(QString::fromStdString(famille))};
+    std::cout << "famille=" << famille << " fixe=" << info.fixedPitch()
+              << " reelle=" << info.family().toStdString() << "\n";
+    return;
+  }
+  const char* dejavu = "/usr/share/fonts/truetype/dejavu";
+  if (!std::filesystem::exists(dejavu)) GTEST_SKIP() << "fonts-dejavu-core absent";
+  essai::DossierTemporaire dossier;
+  std::ofstream(dossier / "fonts.conf")
+      << "<?xml version=\"1.0\"?>\n<fontconfig><dir>" << dejavu << "</dir><cachedir>"
+      << (dossier / "cache") << "</cachedir></fontconfig>\n";
+  const std::string sortie =
+      essai::Lance("VESKO_ESSAI_SANS_LIBERATION=1 QT_QPA_PLATFORM=offscreen FONTCONFIG_FILE=" +
+                   (dossier / "fonts.conf") + " /proc/" + std::to_string(getpid()) +
+                   "/exe --gtest_filter=PolicesTest.WithoutLiberation* 2>" + (dossier / "erreurs"));
+  EXPECT_NE(sortie.find("famille=DejaVu Sans Mono fixe=1 reelle=DejaVu Sans Mono\n"),
+            std::string::npos)
+      << sortie;
+  std::ifstream flux(dossier / "erreurs");
+  int avis = 0;
+  for (std::string ligne; std::getline(flux, ligne);) {
+    if (ligne.rfind("Vesko : ", 0) != 0) continue;
+    ++avis;
+    EXPECT_NE(ligne.find("« DejaVu Sans Mono », la police à chasse fixe la plus proche"),
+              std::string::npos)
+        << ligne;
+  }
+  EXPECT_EQ(avis, 1);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "printing/recording.h"
 
 namespace {
@@ -99,6 +101,24 @@ TEST_F(PrinterTest, NewPageLinesAndEndOfDocument) {
   p.Print("x");
   EXPECT_EQ(rec.papier.nom, "Letter");
   EXPECT_EQ(p.PageCount(), 1);
+}
+
+// A surface whose document cannot be completed (a full disk, a refused job).
+class SurfaceEnPanne : public printing::RecordingSurface {
+ public:
+  using RecordingSurface::RecordingSurface;
+  void FinDocument() override { throw std::runtime_error("disque plein"); }
+};
+
+TEST(PrinterPanneTest, AFailedEndStillEndsTheDocument) {
+  printing::Enregistrement rec;
+  printing::Printer p(std::make_unique<SurfaceEnPanne>(&rec));
+  p.Print("a");
+  EXPECT_THROW(p.EndDoc(), std::runtime_error);
+  EXPECT_FALSE(p.DocumentStarted());
+  p.Print("b");  // a new document, from the top of its first page
+  ASSERT_EQ(rec.pages.size(), 2u);
+  EXPECT_DOUBLE_EQ(std::get<ElementTexte>(rec.pages[1].elements.at(0)).y, 0);
 }
 
 }  // namespace
