@@ -1,0 +1,256 @@
+// The framed label-and-value lists: the empty form, the row layout inside its
+// frame, rows left out, the carer's total, chunks that fit their pages under
+// the running header, and a list of the other kind of dossier.
+#include "layout/liste_donnees.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "db/lecture.h"
+#include "db/variable.h"
+#include "layout/lignes.h"
+#include "marbrel/outils.h"
+#include "marbrel/texte.h"
+#include "printing/geometrie.h"
+#include "printing/recording.h"
+#include "tests/support/banc.h"
+
+using banc::Rec;
+
+namespace {
+
+const std::string ENTETE = "                Libellé                        Temps";
+
+// A frame as the recording shows it: its left edge gives its top and height.
+struct Cadre {
+  double haut;
+  double lignes;
+};
+
+// The control on a recording printer, a list set up as its caller would.
+class Liste {
+ public:
+  explicit Liste(const std::string& type) : c_(b_.Controle()) {
+    c_.Commence_Sur(
+        std::make_unique<printing::Printer>(std::make_unique<printing::RecordingSurface>(&rec_)));
+    c_.Type_Dossier = type;
+    c_.Num_Page = 1;
+    Variable::Principal = Rec({"", "MARTIN", "Paul"});
+    db::FixeAujourdhui(std::stol(marbrel::Outils::Instance().Date_Interne("15/03/2024")));
+    c_.Liste_Largeur = 55;
+    c_.Liste_Type = type == "AIDANT" ? 2 : 1;
+    c_.Liste_Attribut = 2;
+    c_.Liste_Entete = ENTETE;
+    c_.Liste_Taille_Col = mise_en_page::Largeurs({"8.5", "2.5"});
+    c_.Liste_Ligne_Par_Page = 50;
+  }
+
+  Ctr_Vesko& C() { return c_; }
+
+  // Prints the header as a caller does and runs the list.
+  void Imprime(const marbrel::TabDyn& source, const marbrel::TabDyn& table) {
+    c_.Liste_Source = source;
+    c_.Liste_Nb_Ligne = static_cast<std::int32_t>(source.DCount());
+    Variable::Tables = table;
+    c_.W_PointDepart = mise_en_page::Monnaie::De(c_.Imprimante()->CurrentY());
+    c_.Imprimante()->Print(c_.Liste_Entete);
+    std::string code = "S0001";
+    c_.ImprimeDonnées(code);
+    c_.Imprimante()->EndDoc();
+  }
+
+  std::vector<std::string> Textes(size_t page) const {
+    std::vector<std::string> t;
+    for (const auto& e : rec_.pages.at(page).elements) {
+      if (const auto* x = std::get_if<printing::ElementTexte>(&e)) t.push_back(x->texte);
+    }
+    return t;
+  }
+  std::vector<Cadre> Cadres(size_t page) const {
+    std::vector<Cadre> cadres;
+    for (const auto& e : rec_.pages.at(page).elements) {
+      const auto* t = std::get_if<printing::ElementTrait>(&e);
+      if (t && t->x1 == t->x2 && std::abs(t->x1 - 0.3 * 567) < 0.01) {
+        cadres.push_back(
+            {std::min(t->y1, t->y2), std::abs(t->y2 - t->y1) / printing::kHauteurLigne11});
+      }
+    }
+    return cadres;
+  }
+  std::vector<double> Verticales(size_t page) const {
+    std::vector<double> x;
+    for (const auto& e : rec_.pages.at(page).elements) {
+      const auto* t = std::get_if<printing::ElementTrait>(&e);
+      if (t && t->x1 == t->x2) x.push_back(t->x1);
+    }
+    std::sort(x.begin(), x.end());
+    return x;
+  }
+  size_t Pages() const { return rec_.pages.size(); }
+
+ private:
+  banc::Banc b_;
+  printing::Enregistrement rec_;
+  Ctr_Vesko& c_;
+};
+
+std::string Rangee(const std::string& libelle, const std::string& valeur) {
+  return "  " + texte::Pad(libelle, 43) + " " + texte::PadLeft(valeur, 9);
+}
+
+// n capacities with distinct labels and values 1..n hundredths.
+void Capacites(long n, marbrel::TabDyn& source, marbrel::TabDyn& table) {
+  for (long i = 1; i <= n; ++i) {
+    source.Remplace(2, i, "C" + std::to_string(i));
+    source.Remplace(3, i, std::to_string(i));
+    table.Remplace(2, i, "C" + std::to_string(i));
+    table.Remplace(3, i, "Capacité " + std::to_string(i));
+  }
+}
+
+}  // namespace
+
+TEST(ImprimeDonnees, NoRowsPrintsTheWholeCodeTableAsAFramedForm) {
+  Liste l("AIDANT");
+  l.C().Compteur_Ligne = 99;  // a previous list's count must not survive
+  l.Imprime(marbrel::TabDyn(),
+            Rec({"DEFTECH", "MEN]REP]COU", "Ménage]Préparation des repas]Courses"}));
+  EXPECT_EQ(l.Textes(0),
+            (std::vector<std::string>{ENTETE, "         Ménage", "         Préparation des repas",
+                                      "         Courses"}));
+  ASSERT_EQ(l.Cadres(0).size(), 1u);
+  EXPECT_NEAR(l.Cadres(0)[0].lignes, 4, 1e-3);
+  EXPECT_EQ(l.C().Compteur_Ligne, 3);
+  EXPECT_EQ(l.C().Liste_Total, 0);
+}
+
+TEST(ImprimeDonnees, RowsSitInTheirColumnsAndTheEmptyOnesAreLeftOut) {
+  Liste l("AIDANT");
+  l.C().Liste_Centiemes = true;
+  const std::string longue = "Accompagnement aux rendez-vous médicaux et aux courses";
+  l.Imprime(Rec({"", "MEN]XXX]REP]YYY]COU]LNG", "250]]75]130]abc]"}),
+            Rec({"DEFTECH", "MEN]REP]COU]LNG", "Ménage]Préparation des repas]Courses]" + longue}));
+  // The unknown code with no value is left out; the unknown code with a
+  // value keeps its row; a known code without value keeps its row.
+  EXPECT_EQ(l.Textes(0), (std::vector<std::string>{ENTETE, Rangee("Ménage", "    2.50"),
+                                                   Rangee("Préparation des repas", "    0.75"),
+                                                   Rangee("", "    1.30"), Rangee("Courses", "abc"),
+                                                   Rangee(texte::Left(longue, 43), "")}));
+  EXPECT_EQ(texte::Len(l.Textes(0)[1]), l.C().Liste_Largeur);
+  // The cut label is written back into the code table held in memory.
+  EXPECT_EQ(Variable::Tables(3, 4), texte::Left(longue, 43));
+  EXPECT_EQ(l.C().Liste_Total, 455);
+  EXPECT_EQ(l.C().Compteur_Ligne, 5);
+  ASSERT_EQ(l.Cadres(0).size(), 1u);
+  EXPECT_NEAR(l.Cadres(0)[0].lignes, 6, 1e-3);
+  // The frame starts at the left margin, parts the columns at 2 + 8.5 cm.
+  const auto x = l.Verticales(0);
+  ASSERT_EQ(x.size(), 3u);
+  EXPECT_NEAR(x[0], 0.3 * 567, 0.01);
+  EXPECT_NEAR(x[1], 10.5 * 567, 0.01);
+  EXPECT_NEAR(x[2], 13 * 567, 0.01);
+}
+
+TEST(ImprimeDonnees, MarksAreWholeNumbersAndCareRecipientsHaveNoTotal) {
+  Liste aidant("AIDANT");
+  aidant.Imprime(Rec({"", "PONC]DISC", "3]2.5"}),
+                 Rec({"IMPGENE", "PONC]DISC", "Ponctualité]Discrétion"}));
+  EXPECT_EQ(aidant.Textes(0)[1], Rangee("Ponctualité", "3"));
+  EXPECT_EQ(aidant.C().Liste_Total, 550);
+  EXPECT_EQ(mise_en_page::Texte_Nombre(550, false), "5.50");
+  EXPECT_EQ(mise_en_page::Texte_Nombre(500, false), "5");
+  EXPECT_EQ(mise_en_page::Texte_Nombre(455, true), "    4.55");
+
+  Liste aide("AIDE");
+  aide.Imprime(Rec({"", "PONC", "3"}), Rec({"IMPGENE", "PONC", "Ponctualité"}));
+  EXPECT_EQ(aide.C().Liste_Total, 0);
+}
+
+TEST(ImprimeDonnees, EveryRowFitsBetweenTheRulesOfItsFrame) {
+  // The label room leaves the character under the separator blank and the
+  // value inside the right edge, for the carers' and the care recipients' frames.
+  const double caractere = printing::LargeurCaractere(11);
+  for (const char* premiere : {"8.5", "14.3"}) {
+    const long room = mise_en_page::Largeur_Libelle(mise_en_page::Largeurs({premiere, "2.5"}), 567);
+    const double separateur = (2 + std::stod(premiere)) * 567;
+    const double droite = (2 + std::stod(premiere) + 2.5) * 567;
+    const long fin_libelle = mise_en_page::kRetraitListe + room;  // first character after it
+    EXPECT_LE(fin_libelle * caractere, separateur) << premiere;
+    EXPECT_GE((fin_libelle + 1) * caractere, separateur) << premiere;
+    EXPECT_LE((fin_libelle + 1 + mise_en_page::kLargeurValeur) * caractere, droite) << premiere;
+  }
+  EXPECT_EQ(mise_en_page::Largeur_Libelle(mise_en_page::Largeurs({"8.5", "2.5"}), 567), 43);
+  // The task lines of the catalogue are 67 characters.
+  EXPECT_GE(mise_en_page::Largeur_Libelle(mise_en_page::Largeurs({"14.3", "2.5"}), 567), 67);
+}
+
+TEST(ImprimeDonnees, ALongListIsFramedPerPageUnderTheRunningHeader) {
+  Liste l("AIDANT");
+  l.C().Liste_Ligne_Par_Page = 40;
+  marbrel::TabDyn source, table;
+  Capacites(60, source, table);
+  l.Imprime(source, table);
+
+  ASSERT_EQ(l.Pages(), 2u);
+  auto p1 = l.Textes(0);
+  ASSERT_EQ(p1.size(), 41u);
+  EXPECT_EQ(p1[40], Rangee("Capacité 40", "40"));
+  ASSERT_EQ(l.Cadres(0).size(), 1u);
+  EXPECT_NEAR(l.Cadres(0)[0].lignes, 41, 1e-3);
+
+  // The next page: its running header, the column header again, the rest.
+  auto p2 = l.Textes(1);
+  ASSERT_EQ(p2.size(), 8u + 1 + 20);
+  EXPECT_EQ(p2[2], "Date : 15/03/2024" + std::string(55, ' ') + "Page 2");
+  EXPECT_EQ(p2[5], "S0001 MARTIN Paul");
+  EXPECT_EQ(p2[8], ENTETE);
+  EXPECT_EQ(p2[9], Rangee("Capacité 41", "41"));
+  EXPECT_EQ(p2.back(), Rangee("Capacité 60", "60"));
+  ASSERT_EQ(l.Cadres(1).size(), 1u);
+  EXPECT_NEAR(l.Cadres(1)[0].lignes, 21, 1e-3);
+  EXPECT_NEAR(l.Cadres(1)[0].haut, 8 * printing::kHauteurLigne11, 1e-3);
+  // The count is the rows of the last page; the total covers every page.
+  EXPECT_EQ(l.C().Compteur_Ligne, 20);
+  EXPECT_EQ(l.C().Liste_Total, 60 * 61 / 2 * 100);  // marks, in hundredths
+}
+
+TEST(ImprimeDonnees, AVeryLongListNeverLetsThePrinterEjectABarePage) {
+  Liste l("AIDANT");
+  marbrel::TabDyn source, table;
+  Capacites(300, source, table);
+  l.Imprime(source, table);
+  long rangees = 0;
+  for (size_t p = 0; p < l.Pages(); ++p) {
+    auto t = l.Textes(p);
+    const size_t debut = p == 0 ? 1 : 9;  // rows follow the header(s)
+    if (p > 0) {
+      EXPECT_EQ(t.at(2).substr(0, 7), "Date : ") << "page " << p + 1;
+      EXPECT_EQ(t.at(8), ENTETE);
+    }
+    ASSERT_EQ(l.Cadres(p).size(), 1u) << "page " << p + 1;
+    EXPECT_NEAR(l.Cadres(p)[0].lignes, static_cast<double>(t.size() - debut + 1), 1e-3);
+    rangees += static_cast<long>(t.size() - debut);
+    // Room is left under the last row for the lines the caller prints after.
+    const double bas = l.Cadres(p)[0].haut + l.Cadres(p)[0].lignes * printing::kHauteurLigne11;
+    EXPECT_LE(bas + 4 * printing::kHauteurLigne11, printing::Papier{}.HauteurImprimable() + 0.5);
+  }
+  EXPECT_EQ(rangees, 300);
+  EXPECT_EQ(l.C().Num_Page, static_cast<std::int32_t>(l.Pages()));
+}
+
+TEST(ImprimeDonnees, AListOfTheOtherKindPrintsItsHeaderAndKeepsThePreviousChunk) {
+  // A care recipient's list during a carer's run.
+  Liste l("AIDANT");
+  l.C().Liste_Type = 1;
+  l.C().Liste_Lignes_Chunk = 2;  // what the previous list left
+  l.Imprime(Rec({"", "A]B]C", "1]2]3"}), Rec({"T", "A]B]C", "Un]Deux]Trois"}));
+  EXPECT_EQ(l.Textes(0),
+            (std::vector<std::string>{ENTETE, ENTETE, Rangee("Un", "1"), Rangee("Deux", "2")}));
+  EXPECT_NEAR(l.Cadres(0)[0].lignes, 4, 1e-3);
+  ASSERT_EQ(l.Pages(), 2u);
+  EXPECT_EQ(l.Textes(1).back(), Rangee("Trois", "3"));
+}

@@ -1,0 +1,144 @@
+// The task catalogue merged into printable lines: the 21/21/25 columns and
+// their cuts, the person's values matched by position, and the rows whose
+// parent does not exist or comes too late for cursors that never go back.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "db/variable.h"
+#include "marbrel/base.h"
+#include "marbrel/texte.h"
+#include "tests/support/banc.h"
+
+using banc::Rec;
+
+namespace {
+
+// A bench whose store the control selects from directly.
+class Catalogue {
+ public:
+  Catalogue() : c_(b_.Controle()) {}
+  ~Catalogue() { c_.TheDatabase(nullptr); }
+
+  void Type(const std::string& code, const std::string& ordre) {
+    b_.Met("TYPETACHE", code, Rec({ordre}));
+  }
+  void Groupe(const std::string& code, const std::string& ordre, const std::string& type) {
+    b_.Met("GROUPETACHE", code, Rec({ordre, type}));
+  }
+  void Tache(const std::string& code, const std::string& ordre, const std::string& groupe) {
+    b_.Met("TACHE", code, Rec({ordre, groupe}));
+  }
+
+  Ctr_Vesko& Remplit(const marbrel::TabDyn& personne = {}) {
+    c_.TheDatabase(marbrel::Base::OuvreSqlite(b_.Chemin(), true));
+    c_.Tache_Personne = personne;
+    c_.Tache_Attribut = 1;
+    c_.Remplir_Liste_Tache();
+    return c_;
+  }
+
+  std::vector<std::string> Lignes() const {
+    std::vector<std::string> l;
+    for (long i = 1; i <= c_.Liste_Tache.DCount(1); ++i) l.push_back(c_.Liste_Tache(1, i));
+    return l;
+  }
+
+ private:
+  banc::Banc b_;
+  Ctr_Vesko& c_;
+};
+
+std::string Col(const std::string& s, long n) { return texte::Pad(s, n); }
+const std::string VIDE = std::string(21, ' ');
+
+}  // namespace
+
+TEST(RemplirListeTache, ColumnsCutLabelsAndCarryThePersonsValues) {
+  // Keys and orders agree, as the merge needs: types, then groups within a
+  // type, sort the same way by code as by attribute 1.
+  Catalogue cat;
+  const std::string type_long = "ENTRETIEN DU LOGEMENT ET DU LINGE";  // 33 characters
+  const std::string groupe_long = "Nettoyage des pièces à vivre";     // 28 characters
+  const std::string tache_longue = "Lavage des vitres et des encadrements";
+  cat.Type(type_long, "1");
+  cat.Type("SOINS A LA PERSONNE", "2");
+  cat.Groupe(groupe_long, "1", type_long);
+  cat.Groupe("Soin du linge", "2", type_long);
+  cat.Groupe("Toilette", "1", "SOINS A LA PERSONNE");
+  cat.Tache("Aspirateur", "1", groupe_long);
+  cat.Tache(tache_longue, "2", groupe_long);
+  cat.Tache("Repassage", "1", "Soin du linge");
+  cat.Tache("Douche", "1", "Toilette");
+  cat.Tache("Rasage", "2", "Toilette");
+
+  // The person has three tasks, in an order of their own; "Rasage" is not one.
+  Ctr_Vesko& c = cat.Remplit(Rec({"Douche]Aspirateur]Repassage", "2 fois/sem]X]1 h"}));
+  EXPECT_EQ(cat.Lignes(),
+            (std::vector<std::string>{
+                Col("ENTRETIEN DU LOGEMEN", 21) + Col("Nettoyage des pièces", 21) + "Aspirateur",
+                VIDE + VIDE + texte::Left(tache_longue, 25),
+                VIDE + Col("Soin du linge", 21) + "Repassage",
+                Col("SOINS A LA PERSONNE", 21) + Col("Toilette", 21) + "Douche",
+                VIDE + VIDE + "Rasage",
+            }));
+  EXPECT_EQ(texte::Len(c.Liste_Tache(1, 2)), 67);
+  EXPECT_EQ(c.Liste_Tache(2, 1), "X");
+  EXPECT_EQ(c.Liste_Tache(2, 2), "");
+  EXPECT_EQ(c.Liste_Tache(2, 3), "1 h");
+  EXPECT_EQ(c.Liste_Tache(2, 4), "2 fois/sem");
+  EXPECT_EQ(c.Liste_Tache(2, 5), "");
+  EXPECT_EQ(c.Ligne_Tache, 6);
+  EXPECT_EQ(c.Nb_Tache, 5);
+  EXPECT_EQ(c.Liste_Nb_Ligne, 5);
+  EXPECT_EQ(c.Liste_Lignes_Restantes, 5);
+}
+
+TEST(RemplirListeTache, RowsWithoutAParentOrWithoutChildrenGiveNoLine) {
+  Catalogue cat;
+  cat.Type("T1", "1");
+  cat.Type("T2", "2");  // no group at all
+  cat.Type("T3", "3");
+  cat.Groupe("G0", "1", "T0");  // its type does not exist
+  cat.Groupe("G1", "1", "T1");  // no task: the type column waits for G2
+  cat.Groupe("G2", "2", "T1");
+  cat.Groupe("G3", "1", "T3");
+  cat.Tache("a", "1", "G0");  // under a group that is never listed
+  cat.Tache("b", "1", "G2");
+  cat.Tache("c", "1", "G3");
+  cat.Tache("d", "1", "G9");  // its group does not exist
+  // A person whose task codes stop at an empty value: what follows is not read.
+  Ctr_Vesko& c = cat.Remplit(Rec({"b]]c", "1]2]3"}));
+  EXPECT_EQ(cat.Lignes(), (std::vector<std::string>{Col("T1", 21) + Col("G2", 21) + "b",
+                                                    Col("T3", 21) + Col("G3", 21) + "c"}));
+  EXPECT_EQ(c.Liste_Tache(2, 1), "1");
+  EXPECT_EQ(c.Liste_Tache(2, 2), "");
+  EXPECT_EQ(c.Ligne_Tache, 3);
+  EXPECT_EQ(c.Nb_Tache, 4);  // the catalogue's size, listed or not
+}
+
+TEST(RemplirListeTache, TypesOutOfStepWithTheirGroupsLoseTheSkippedGroups) {
+  // Types sort by attribute 1, groups by their type's code: here "TB" comes
+  // first although its groups come after those of "TA", which the forward-only
+  // cursor has then passed.
+  Catalogue cat;
+  cat.Type("TA", "2");
+  cat.Type("TB", "1");
+  cat.Groupe("GA", "1", "TA");
+  cat.Groupe("GB", "1", "TB");
+  cat.Tache("ta", "1", "GA");
+  cat.Tache("tb", "1", "GB");
+  cat.Remplit();
+  EXPECT_EQ(cat.Lignes(), (std::vector<std::string>{Col("TB", 21) + Col("GB", 21) + "tb"}));
+}
+
+TEST(RemplirListeTache, NoTypesGivesAnEmptyList) {
+  Catalogue cat;
+  cat.Groupe("G1", "1", "T1");
+  cat.Tache("a", "1", "G1");
+  Ctr_Vesko& c = cat.Remplit();
+  EXPECT_TRUE(c.Liste_Tache.Vide());
+  EXPECT_EQ(c.Ligne_Tache, 1);
+  EXPECT_EQ(c.Nb_Tache, 1);
+}
