@@ -33,8 +33,17 @@ void Ctr_Vesko::Dispo(std::string& W_Code) {
   Titre("DISPONIBILITES");
   const TabDyn& dispo = db::Lit(Fic::TPSAIDANTDISPO, W_Code);
 
-  const std::string heures = dispo(1);
-  P().Print(" Nombre d'heures : " + (heures.empty() ? "" : aidant::Heures(heures, 4)));
+  const std::string stocke = dispo(1);
+  std::string heures;
+  if (!stocke.empty()) {
+    std::optional<std::string> lues = aidant::Heures(stocke, 4);
+    if (!lues) {
+      incidents_.push_back(
+          {"Dispo", W_Code, aidant::Heures_Illisibles(stocke, "TPSAIDANTDISPO", W_Code, 1, 0)});
+    }
+    heures = lues.value_or(stocke);
+  }
+  P().Print(" Nombre d'heures : " + heures);
 
   P().Print(" Samedi          : ", false);
   P().Print(Jour_Dispo(dispo(7)), false);

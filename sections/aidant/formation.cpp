@@ -58,6 +58,19 @@ void Ctr_Vesko::Formation(std::string& W_Code) {
 
   W_PointDepart = Monnaie::De(P().CurrentY());
   P().Print("            Date           Formation             Heures       Observations");
+  // Eight characters and two spaces, or ten spaces when no hours are stored.
+  // Unreadable hours are printed as stored, in the same width, and reported.
+  auto colonne_heures = [&](long j) {
+    const std::string stocke = formexp(7, j);
+    if (stocke.empty()) return Space(10);
+    std::optional<std::string> heures = aidant::Heures(stocke, 5);
+    if (!heures) {
+      incidents_.push_back(
+          {"Formation", W_Code, aidant::Heures_Illisibles(stocke, "FORMEXPAIDANT", W_Code, 7, j)});
+      heures = texte::PadLeft(stocke, 8);
+    }
+    return *heures + Space(2);
+  };
   TabDyn& formpro = db::Charge_Table("FORMPRO");
   for (long j = 1; j <= kFormations; ++j) {
     const std::string code = formexp(6, j);
@@ -71,8 +84,7 @@ void Ctr_Vesko::Formation(std::string& W_Code) {
     // trainings of the same kind find the short text.
     std::string libelle = mise_en_page::Coupe(formpro, 3, Position_Arret(formpro, code), 26);
     P().Print(libelle + Space(28 - Len(libelle)), false);
-    const std::string heures = formexp(7, j);
-    P().Print(heures.empty() ? Space(10) : aidant::Heures(heures, 5) + Space(2), false);
+    P().Print(colonne_heures(j), false);
     P().Print(mise_en_page::Coupe(formexp, 8, j, 17));
   }
   Taille_Col = mise_en_page::Largeurs({"2.9", "6.4", "2.5", "4.2"});
