@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "marbrel/creation_base.h"
 #include "marbrel/marques.h"
 #include "marbrel/outils.h"
 #include "marbrel/schema.h"
@@ -56,10 +57,8 @@ Banc::Banc() {
   chemin_ = dossier_ + "/base.vesko";
   auto store =
       std::make_shared<marbrel::SqliteStore>(chemin_, marbrel::SqliteStore::Mode::Creation);
-  for (auto nom : marbrel::kFichiersVesko) store->CreeFichier(std::string(nom));
-  for (auto nom : {"TPSAIDEINDISPO", "TPSAIDANTINDISPO", "TPSINCOMPATIBILITES"}) {
-    store->CreeFichier(std::string("DICT ") + nom);
-  }
+  // The same files and dictionary items as `vesko init`.
+  marbrel::CreeFichiersVesko(*store);
   ecriture_ = std::make_shared<marbrel::Base>(store);
   controle_ = std::make_unique<Ctr_Vesko>();
 }
