@@ -124,12 +124,15 @@ void VerifieCadre(const QImage& image, double haut) {
   EXPECT_NEAR(droite, Px(78 * 0.6 * 11 * 20), 3);
 }
 
-// Non-empty lines, trailing spaces dropped, pages split by form feeds
-// (pdftotext ends every page with one, the text format only separates them).
+// The words of each non-empty line, pages split by form feeds (pdftotext
+// ends every page with one; the text format only separates them). Spacing is
+// left out: pdftotext guesses it from the fonts on the page, so positions are
+// checked on the words' boxes instead.
 std::vector<std::string> LignesVisibles(const std::string& texte) {
   std::vector<std::string> lignes;
   for (std::string l : Lignes(std::regex_replace(texte, std::regex("\f"), "\f\n"))) {
-    l.erase(l.find_last_not_of(' ') + 1);
+    l = std::regex_replace(l, std::regex("^ +| +$"), "");
+    l = std::regex_replace(l, std::regex(" +"), " ");
     if (!l.empty()) lignes.push_back(l);
   }
   if (!lignes.empty() && lignes.back() == "\f") lignes.pop_back();
@@ -163,13 +166,22 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
   EXPECT_NE(infos.find("Pages:           2"), std::string::npos) << infos;
   EXPECT_NE(infos.find("(A4)"), std::string::npos) << infos;
 
-  // Words sit on the grid of 0.6 em from the printable origin, 5 mm in.
+  // Words sit on the grid of 0.6 em from the printable origin, 5 mm in, and
+  // on the rows of 0.417 cm: the page's first line, each column of the table.
   const std::string boites = Lance("pdftotext -f 1 -l 1 -bbox '" + pdf + "' -");
-  std::smatch m;
-  ASSERT_TRUE(std::regex_search(
-      boites, m, std::regex(R"re(xMin="([0-9.]+)" yMin="([0-9.]+)"[^>]*>30/11/1948<)re")));
-  EXPECT_NEAR(std::stod(m[1]), 14.173 + 39 * 6.6, 0.05);
-  EXPECT_NEAR(std::stod(m[2]), 14.173 + (haut + 2 * kLigne) / 20, 0.05);
+  auto verifie_mot = [&](const std::string& mot, int colonne, double y) {
+    std::smatch m;
+    ASSERT_TRUE(std::regex_search(
+        boites, m, std::regex("xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\"[^>]*>" + mot + "<")))
+        << mot;
+    EXPECT_NEAR(std::stod(m[1]), 14.173 + colonne * 6.6, 0.05) << mot;
+    EXPECT_NEAR(std::stod(m[2]), 14.173 + y / 20, 0.05) << mot;
+  };
+  verifie_mot("Page", 72, 0);
+  verifie_mot("MARTIN", 9, haut + 2 * kLigne);
+  verifie_mot("Paul", 26, haut + 2 * kLigne);
+  verifie_mot("30/11/1948", 39, haut + 2 * kLigne);
+  verifie_mot("Anne", 26, haut + 3 * kLigne);  // a row printed in pieces
 
   ASSERT_EQ(Lance("pdftoppm -png -r 100 '" + pdf + "' '" + (dossier / "rendu") + "'", &statut), "");
   ASSERT_EQ(statut, 0);
