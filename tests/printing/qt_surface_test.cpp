@@ -167,9 +167,10 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
   EXPECT_NE(infos.find("(A4)"), std::string::npos) << infos;
 
   // Words sit on the grid of 0.6 em from the printable origin, 5 mm in, and
-  // on the rows of 0.417 cm: the page's first line, each column of the table.
-  const std::string boites = Lance("pdftotext -f 1 -l 1 -bbox '" + pdf + "' -");
-  auto verifie_mot = [&](const std::string& mot, int colonne, double y) {
+  // on the rows of 0.417 cm.
+  auto verifie_mot = [&](int page, const std::string& mot, int colonne, double y) {
+    const std::string p = std::to_string(page);
+    const std::string boites = Lance("pdftotext -f " + p + " -l " + p + " -bbox '" + pdf + "' -");
     std::smatch m;
     ASSERT_TRUE(std::regex_search(
         boites, m, std::regex("xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\"[^>]*>" + mot + "<")))
@@ -177,11 +178,12 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
     EXPECT_NEAR(std::stod(m[1]), 14.173 + colonne * 6.6, 0.05) << mot;
     EXPECT_NEAR(std::stod(m[2]), 14.173 + y / 20, 0.05) << mot;
   };
-  verifie_mot("Page", 72, 0);
-  verifie_mot("MARTIN", 9, haut + 2 * kLigne);
-  verifie_mot("Paul", 26, haut + 2 * kLigne);
-  verifie_mot("30/11/1948", 39, haut + 2 * kLigne);
-  verifie_mot("Anne", 26, haut + 3 * kLigne);  // a row printed in pieces
+  verifie_mot(1, "Page", 72, 0);
+  verifie_mot(1, "MARTIN", 9, haut + 2 * kLigne);
+  verifie_mot(1, "Paul", 26, haut + 2 * kLigne);
+  verifie_mot(1, "30/11/1948", 39, haut + 2 * kLigne);
+  verifie_mot(1, "Anne", 26, haut + 3 * kLigne);  // a row printed in pieces
+  verifie_mot(2, "deux", 5, 0);                   // the origin holds on the next page
 
   ASSERT_EQ(Lance("pdftoppm -png -r 100 '" + pdf + "' '" + (dossier / "rendu") + "'", &statut), "");
   ASSERT_EQ(statut, 0);
