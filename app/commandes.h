@@ -26,5 +26,7 @@ struct UsageError : std::runtime_error {
 void AjouteCommandesDonnees(CLI::App& app, int& statut);
 // print.
 void AjouteCommandeImpression(CLI::App& app, int& statut, int& argc, char** argv);
+// component register|unregister|info.
+void AjouteCommandeComposant(CLI::App& app, int& statut, int& argc, char** argv);
 
 }  // namespace vesko_app

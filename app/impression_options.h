@@ -11,21 +11,40 @@ struct OptionsImpression {
   std::string base;
   std::string type;
   std::string date;  // YYYY-MM-DD; empty = the system's date
+  // Outputs: one at a time; none on a terminal asks for a printer.
   std::string pdf;
   std::string imprimante;
   std::string texte;
   std::string json;
+  std::string png;  // a folder
+  bool apercu = false;
+  // For a print queue.
+  std::string pdf_secours;
+  bool attendre = false;
+  std::string copies = "1";  // checked by the command, for a French message
+  std::string papier = "A4";
   std::vector<std::string> cles;
 };
+
+// The resolution of `--png` images: legible A4 pages of a reasonable size.
+inline constexpr int kDpiPng = 150;
 
 inline void DeclareOptionsImpression(CLI::App& print, OptionsImpression& o) {
   print.add_option("--db", o.base, "Fichier de la base (SQLite)")->required();
   print.add_option("--type", o.type, "Type de dossier : AIDE ou AIDANT")->required();
   print.add_option("--date", o.date, "Date du jour de l'impression (AAAA-MM-JJ)");
   print.add_option("--pdf", o.pdf, "Écrit le document dans ce fichier PDF");
-  print.add_option("--printer", o.imprimante, "Imprime sur cette file d'impression");
+  print.add_option("--printer", o.imprimante, "Imprime sur cette file d'impression (CUPS)");
   print.add_option("--text", o.texte, "Écrit le document au format texte");
   print.add_option("--json", o.json, "Écrit le document au format JSON");
+  print.add_option("--png", o.png, "Écrit une image PNG par page dans ce dossier (150 ppp)");
+  print.add_flag("--preview", o.apercu, "Montre le document dans l'aperçu avant impression");
+  print.add_option("--fallback-pdf", o.pdf_secours,
+                   "Si l'imprimante ne peut pas imprimer, écrit le document dans ce PDF");
+  print.add_flag("--wait", o.attendre,
+                 "Attend la fin du travail d'impression et dit s'il a réussi");
+  print.add_option("--copies", o.copies, "Nombre d'exemplaires (imprimante seulement)");
+  print.add_option("--paper", o.papier, "Format du papier : A4 (défaut), A3 ou Letter");
   print.add_option("cles", o.cles, "Clés des personnes ( - : lues sur l'entrée standard)")
       ->required();
 }

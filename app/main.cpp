@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
   int statut = kSucces;
   AjouteCommandesDonnees(app, statut);
   AjouteCommandeImpression(app, statut, argc, argv);
+  AjouteCommandeComposant(app, statut, argc, argv);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {

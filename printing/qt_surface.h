@@ -40,6 +40,9 @@ class QtSurface : public Surface {
   void FinDocument() override;
 
   QPagedPaintDevice& Device() { return *device_; }
+  // Gives the device back (a print preview draws on a printer it keeps); the
+  // surface must not be used afterwards.
+  std::unique_ptr<QPagedPaintDevice> RendDevice() { return std::move(device_); }
 
  private:
   bool Actif() const { return painter_.isActive(); }

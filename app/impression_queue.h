@@ -1,0 +1,44 @@
+// The print-queue side of `vesko print`: the queue checked before the run,
+// the fallback PDF when it cannot print, the job's id reported after the run
+// and, when asked, how the job ended.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "printing/cups.h"
+
+namespace vesko_app {
+
+class EnvoiFile {
+ public:
+  // copies: of every job; pdf_secours: where the document goes when the
+  // queue cannot take it ("" = nowhere: the command fails).
+  EnvoiFile(int copies, std::string pdf_secours);
+
+  // The system's printer list, whose queues send their jobs through this.
+  std::vector<printing::Destination> Destinations() const;
+
+  // Asks the server whether the queue can print now. When it cannot: with a
+  // fallback PDF, says why on standard error and returns false (the caller
+  // then prints to that PDF); without one, fails with the message naming the
+  // queue and the reason.
+  bool PeutImprimer(const std::string& file);
+
+  // Whether message is the failure of a job that Conclut will report, so
+  // that the user reads it once.
+  bool Explique(const std::string& message) const;
+
+  // After the run: says on standard output which job the server took (and,
+  // with attendre, how it ended). Fails when the job could not be sent and
+  // no fallback PDF kept it, or when the awaited job did not complete.
+  void Conclut(bool attendre) const;
+
+ private:
+  std::shared_ptr<printing::cups::ReglagesEnvoi> reglages_;
+  std::shared_ptr<std::vector<printing::cups::Envoi>> envois_;
+  bool secours_pris_ = false;
+};
+
+}  // namespace vesko_app

@@ -1,0 +1,292 @@
+#include "tests/cups/serveur_cups.h"
+
+#include <arpa/inet.h>
+#include <grp.h>
+#include <netinet/in.h>
+#include <pwd.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <regex>
+#include <sstream>
+#include <thread>
+
+namespace essai_cups {
+
+namespace fs = std::filesystem;
+
+std::string Lance(const std::string& commande, int* statut) {
+  std::string sortie;
+  FILE* flux = popen(commande.c_str(), "r");
+  if (flux == nullptr) {
+    if (statut) *statut = -1;
+    return sortie;
+  }
+  char tampon[4096];
+  size_t lus;
+  while ((lus = fread(tampon, 1, sizeof tampon, flux)) > 0) sortie.append(tampon, lus);
+  const int fin = pclose(flux);
+  if (statut) *statut = WIFEXITED(fin) ? WEXITSTATUS(fin) : -1;
+  return sortie;
+}
+
+std::string Lit(const std::string& chemin) {
+  std::ifstream flux(chemin, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(flux), {});
+}
+
+namespace {
+
+void Ecrit(const std::string& chemin, const std::string& contenu, fs::perms droits) {
+  std::ofstream(chemin, std::ios::binary) << contenu;
+  fs::permissions(chemin, droits);
+}
+
+constexpr fs::perms kLisible =
+    fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read | fs::perms::others_read;
+constexpr fs::perms kExecutable =
+    kLisible | fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
+
+// The capture backend. Without arguments it describes itself (device
+// discovery); with them it is a job: $1 id, $2 user, $3 title, $4 copies,
+// $5 options, $6 the file (or standard input). It keeps the bytes and the
+// options side by side in the folder of its device URI, and renames the job
+// last so that a job file that exists is complete.
+constexpr const char* kCapture = R"(#!/bin/sh
+if [ $# -eq 0 ]; then echo 'direct capture "Unknown" "Capture des travaux"'; exit 0; fi
+d="${DEVICE_URI#capture:}"
+if [ -n "$6" ]; then cat "$6" > "$d/$1.part"; else cat > "$d/$1.part"; fi
+printf 'user=%s\ntitle=%s\ncopies=%s\noptions=%s\n' "$2" "$3" "$4" "$5" > "$d/$1.info"
+mv "$d/$1.part" "$d/$1.job"
+)";
+
+// A printer that fails every job, as a jammed one does.
+constexpr const char* kPanne = R"(#!/bin/sh
+if [ $# -eq 0 ]; then echo 'direct panne "Unknown" "Imprimante en panne"'; exit 0; fi
+cat > /dev/null
+echo "ERROR: Plus de papier dans le bac 1" >&2
+exit 1
+)";
+
+int PortLibre() {
+  const int s = socket(AF_INET, SOCK_STREAM, 0);
+  sockaddr_in adresse{};
+  adresse.sin_family = AF_INET;
+  adresse.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t taille = sizeof adresse;
+  int port = 0;
+  if (bind(s, reinterpret_cast<sockaddr*>(&adresse), sizeof adresse) == 0 &&
+      getsockname(s, reinterpret_cast<sockaddr*>(&adresse), &taille) == 0) {
+    port = ntohs(adresse.sin_port);
+  }
+  close(s);
+  return port;
+}
+
+bool Repond(int port) {
+  const int s = socket(AF_INET, SOCK_STREAM, 0);
+  sockaddr_in adresse{};
+  adresse.sin_family = AF_INET;
+  adresse.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  adresse.sin_port = htons(static_cast<uint16_t>(port));
+  const bool ok = connect(s, reinterpret_cast<sockaddr*>(&adresse), sizeof adresse) == 0;
+  close(s);
+  return ok;
+}
+
+// The user the scheduler runs as when the tests run as root: nobody, so that
+// it never holds privileges the tests do not need.
+const passwd* UtilisateurSansDroits() {
+  if (geteuid() != 0) return nullptr;
+  return getpwnam("nobody");
+}
+
+}  // namespace
+
+ServeurCups* ServeurCups::Instance(std::string* raison) {
+  static std::string pourquoi;
+  static std::unique_ptr<ServeurCups> serveur = [] {
+    std::unique_ptr<ServeurCups> s(new ServeurCups);
+    if (!s->Prepare(&pourquoi) || !s->Demarre(&pourquoi)) s.reset();
+    return s;
+  }();
+  if (raison) *raison = pourquoi;
+  return serveur.get();
+}
+
+bool ServeurCups::Prepare(std::string* raison) {
+  if (!fs::exists("/usr/sbin/cupsd")) {
+    *raison = "cupsd est absent (paquet cups-daemon non installé)";
+    return false;
+  }
+  char modele[] = "/tmp/vesko-cupsd-XXXXXX";
+  if (mkdtemp(modele) == nullptr) {
+    *raison = "impossible de créer un dossier temporaire";
+    return false;
+  }
+  dossier_ = modele;
+  port_ = PortLibre();
+  adresse_ = "127.0.0.1:" + std::to_string(port_);
+  const std::string& d = dossier_;
+  for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend", "files"}) {
+    fs::create_directories(d + "/" + sous);
+  }
+  // The system's filters and helpers, with our two backends in place of theirs.
+  for (const auto& e : fs::directory_iterator("/usr/lib/cups")) {
+    if (e.path().filename() != "backend")
+      fs::create_symlink(e.path(), fs::path(d) / "bin" / e.path().filename());
+  }
+  Ecrit(d + "/bin/backend/capture", kCapture, kExecutable);
+  Ecrit(d + "/bin/backend/panne", kPanne, kExecutable);
+
+  Ecrit(d + "/cups-files.conf",
+        "ServerRoot " + d + "\nServerBin " + d + "/bin\nRequestRoot " + d + "/spool\nTempDir " + d +
+            "/spool/tmp\nCacheDir " + d + "/cache\nStateDir " + d + "/state\nDataDir " +
+            "/usr/share/cups\nErrorLog " + d + "/log/error_log\nAccessLog " + d +
+            "/log/access_log\nPageLog " + d + "/log/page_log\nPrintcap\nFileDevice No\n",
+        kLisible);
+  Ecrit(d + "/cupsd.conf",
+        "Listen 127.0.0.1:" + std::to_string(port_) +
+            "\nLogLevel info\nWebInterface No\nBrowsing No\nDefaultAuthType None\n"
+            "PreserveJobHistory Yes\n<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
+            "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n",
+        kLisible);
+  auto file = [&](const std::string& balise, const std::string& nom, const std::string& corps,
+                  const std::string& appareil) {
+    fs::create_directories(d + "/files/" + nom);
+    return "<" + balise + " " + nom + ">\n" + corps + "DeviceURI " + appareil + "\n</" + balise +
+           ">\n";
+  };
+  Ecrit(
+      d + "/printers.conf",
+      file("DefaultPrinter", "CAPTURE", "State Idle\nAccepting Yes\nErrorPolicy abort-job\n",
+           "capture:" + d + "/files/CAPTURE") +
+          file("Printer", "ARRETEE",
+               "State Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\n"
+               "Accepting Yes\n",
+               "capture:" + d + "/files/ARRETEE") +
+          file("Printer", "REFUS", "State Idle\nAccepting No\nStateMessage Toner à remplacer\n",
+               "capture:" + d + "/files/REFUS") +
+          file("Printer", "PANNE", "State Idle\nAccepting Yes\nErrorPolicy abort-job\n", "panne:/"),
+      kLisible);
+
+  if (const passwd* sans_droits = UtilisateurSansDroits()) {
+    for (const auto& e : fs::recursive_directory_iterator(d)) {
+      if (e.path().parent_path() == fs::path(d) / "bin") continue;  // links to the system's
+      if (lchown(e.path().c_str(), sans_droits->pw_uid, sans_droits->pw_gid) != 0) {
+        *raison = "impossible de donner " + e.path().string() + " à nobody";
+        return false;
+      }
+    }
+    if (chown(d.c_str(), sans_droits->pw_uid, sans_droits->pw_gid) != 0) {
+      *raison = "impossible de donner " + d + " à nobody";
+      return false;
+    }
+  }
+  setenv("CUPS_SERVER", adresse_.c_str(), 1);
+  unsetenv("PRINTER");
+  unsetenv("LPDEST");
+  return true;
+}
+
+bool ServeurCups::Demarre(std::string* raison) {
+  const passwd* sans_droits = UtilisateurSansDroits();
+  const std::string conf = dossier_ + "/cupsd.conf";
+  const std::string fichiers = dossier_ + "/cups-files.conf";
+  pid_ = fork();
+  if (pid_ == 0) {
+    // The scheduler must not outlive a test program that crashes.
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (sans_droits != nullptr && (setgroups(0, nullptr) != 0 || setgid(sans_droits->pw_gid) != 0 ||
+                                   setuid(sans_droits->pw_uid) != 0)) {
+      _exit(126);
+    }
+    execl("/usr/sbin/cupsd", "cupsd", "-f", "-c", conf.c_str(), "-s", fichiers.c_str(),
+          static_cast<char*>(nullptr));
+    _exit(127);
+  }
+  if (pid_ < 0) {
+    *raison = "fork a échoué";
+    return false;
+  }
+  for (int essai = 0; essai < 200; ++essai) {
+    if (Repond(port_)) return true;
+    int statut = 0;
+    if (waitpid(pid_, &statut, WNOHANG) == pid_) {
+      pid_ = -1;
+      *raison = "cupsd s'est arrêté au démarrage : " + Journal();
+      return false;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  *raison = "cupsd ne répond pas sur " + adresse_ + " : " + Journal();
+  return false;
+}
+
+void ServeurCups::Arrete() {
+  if (pid_ <= 0) return;
+  kill(pid_, SIGTERM);
+  waitpid(pid_, nullptr, 0);
+  pid_ = -1;
+}
+
+bool ServeurCups::Relance() {
+  std::string raison;
+  return Demarre(&raison);
+}
+
+ServeurCups::~ServeurCups() {
+  Arrete();
+  std::error_code ignore;
+  if (!dossier_.empty()) fs::remove_all(dossier_, ignore);
+}
+
+std::vector<Capture> ServeurCups::Captures(const std::string& file) const {
+  std::vector<Capture> captures;
+  const fs::path dossier = fs::path(dossier_) / "files" / file;
+  if (!fs::exists(dossier)) return captures;
+  for (const auto& e : fs::directory_iterator(dossier)) {
+    if (e.path().extension() != ".job") continue;
+    Capture c;
+    c.numero = std::stoi(e.path().stem().string());
+    c.contenu = Lit(e.path().string());
+    std::istringstream infos(Lit((dossier / (e.path().stem().string() + ".info")).string()));
+    for (std::string ligne; std::getline(infos, ligne);) {
+      const auto egal = ligne.find('=');
+      if (egal != std::string::npos) c.infos[ligne.substr(0, egal)] = ligne.substr(egal + 1);
+    }
+    std::istringstream options(c.infos["options"]);
+    for (std::string option; options >> option;) {
+      const auto egal = option.find('=');
+      if (egal != std::string::npos) c.options[option.substr(0, egal)] = option.substr(egal + 1);
+    }
+    captures.push_back(std::move(c));
+  }
+  std::sort(captures.begin(), captures.end(),
+            [](const Capture& a, const Capture& b) { return a.numero < b.numero; });
+  return captures;
+}
+
+Capture ServeurCups::AttendCapture(const std::string& file, int numero) const {
+  for (int essai = 0; essai < 400; ++essai) {
+    for (Capture& c : Captures(file)) {
+      if (c.numero == numero) return c;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  return {};
+}
+
+std::string ServeurCups::Journal() const { return Lit(dossier_ + "/log/error_log"); }
+
+}  // namespace essai_cups
