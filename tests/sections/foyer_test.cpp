@@ -2,13 +2,13 @@
 // household table of fourteen rows and the entourage table of ten.
 #include <gtest/gtest.h>
 
-#include "marbrel/outils.h"
 #include "tests/sections/cadre_sous.h"
-#include "tests/support/banc.h"
+#include "tests/sections/fiche_par_attribut.h"
 #include "tests/support/section_seule.h"
 
 using banc::Banc;
-using banc::Rec;
+using banc::Fiche;
+using banc::Jour;
 
 namespace {
 
@@ -17,41 +17,30 @@ const std::string kEnteteFoyer =
 const std::string kEnteteEntourage =
     "            Nom prénom       Lieu de résidence     Téléphone      Portable";
 
-marbrel::TabDyn Fiche(std::initializer_list<std::pair<long, std::string>> attributs) {
-  marbrel::TabDyn r;
-  for (const auto& [a, v] : attributs) r.Remplace(a, Rec({v}).Extrait(1));
-  return r;
-}
-
-std::string J(const std::string& date) { return marbrel::Outils::Instance().Date_Interne(date); }
-
-// n values "<prefix>1]<prefix>2]..." for a multi-valued attribute.
-std::string Valeurs(const std::string& prefixe, int n) {
-  std::string s;
-  for (int i = 1; i <= n; ++i) s += (i > 1 ? "]" : "") + prefixe + std::to_string(i);
-  return s;
-}
-
-std::vector<std::string> Apres(const std::vector<std::string>& l, const std::string& entete) {
+// The lines of a section below its column header.
+std::vector<std::string> Rangees(const Banc& b, const std::string& titre,
+                                 const std::string& entete) {
+  auto l = banc::Section_Seule(b, titre);
   auto it = std::find(l.begin(), l.end(), entete);
   return it == l.end() ? std::vector<std::string>{} : std::vector<std::string>(it + 1, l.end());
 }
 
 }  // namespace
 
-TEST(Conjoint, DeceasedSpouseKeepsTheAgeReachedAtDeath) {
+TEST(Conjoint, DeceasedSpouseKeepsTheAgeAtDeathLivingSpouseIsAgedToToday) {
   Banc b;
   b.Met("CIVILAIDE", "A0001",
         Fiche({{26, "DURAND"},
                {27, "Henri"},
-               {28, J("10/04/1935")},
+               {28, Jour("10/04/1935")},
                {29, "1350475123456"},
                {30, "44"},
                {31, "4"},
-               {32, J("01/03/2019")},
+               {32, Jour("01/03/2019")},
                {33, "AFF-2210"},
                {45, "A0007"}}));
-  b.Imprime("AIDE", {"A0001"});
+  b.Met("CIVILAIDE", "A0002", Fiche({{28, Jour("10/04/1935")}, {31, "1"}}));
+  b.Imprime("AIDE", {"A0001", "A0002"});
   const std::vector<std::string> attendu = {
       " ",
       " Nom patronymique     : DURAND",
@@ -62,33 +51,15 @@ TEST(Conjoint, DeceasedSpouseKeepsTheAgeReachedAtDeath) {
       " N° affiliation       : AFF-2210",
       " Code dossier aidé    : A0007"};
   EXPECT_EQ(banc::Section_Seule(b, "CONJOINT"), attendu);
-}
-
-TEST(Conjoint, LivingSpouseIsAgedUpToTodayAndAbsentSpouseKeepsItsLines) {
-  {
-    Banc b;
-    b.Met("CIVILAIDE", "A0001", Fiche({{28, J("10/04/1935")}, {31, "1"}}));
-    b.Imprime("AIDE", {"A0001"}, "15/03/2024");
-    auto l = banc::Section_Seule(b, "CONJOINT");
-    ASSERT_EQ(l.size(), 8u);
-    EXPECT_EQ(l[4], " Date de naissance    : 10/04/1935          Age        : 88 ans");
-    EXPECT_EQ(l[5], " Situation            : Retraité" + std::string(12, ' ') + "Date décès : ");
-  }
-  {
-    Banc b;
-    b.Met("CIVILAIDE", "A0001", Fiche({{4, "SEULE"}, {31, "9"}}));
-    b.Imprime("AIDE", {"A0001"});
-    const std::vector<std::string> attendu = {
-        " ",
-        " Nom patronymique     : ",
-        " Prénom               : ",
-        " N.I.R.               :  ",
-        " Date de naissance    : " + std::string(20, ' ') + "Age        : ",
-        " Situation            : " + std::string(20, ' ') + "Date décès : ",
-        " N° affiliation       : ",
-        " Code dossier aidé    : "};
-    EXPECT_EQ(banc::Section_Seule(b, "CONJOINT"), attendu);
-  }
+  // The second dossier: alive, so aged up to today; the date of death keeps
+  // its label with nothing behind it.
+  const auto l = b.Lignes();
+  EXPECT_NE(std::find(l.begin(), l.end(),
+                      " Date de naissance    : 10/04/1935          Age        : 88 ans"),
+            l.end());
+  EXPECT_NE(std::find(l.begin(), l.end(),
+                      " Situation            : Retraité" + std::string(12, ' ') + "Date décès : "),
+            l.end());
 }
 
 TEST(AutresPersonnesFoyer, RowsCutNamesAndFillToFourteenInsideTheFrame) {
@@ -96,27 +67,22 @@ TEST(AutresPersonnesFoyer, RowsCutNamesAndFillToFourteenInsideTheFrame) {
   b.Met("CIVILAIDE", "A0001",
         Fiche({{34, "DURAND-DE-LA-FONTAINE]DURAND"},
                {35, "Jean]Marie-Antoinette-Sophie"},
-               {36, J("05/07/1990") + "]"},
+               {36, Jour("05/07/1990")},
                {37, "Petit-fils de la voisine]Fille"},
                {38, "O]N"}}));
   b.Imprime("AIDE", {"A0001"});
-  auto l = banc::Section_Seule(b, "AUTRES PERSONNES AU FOYER");
-  ASSERT_GE(l.size(), 3u);
-  EXPECT_EQ(l[1], " ");
-  EXPECT_EQ(l[2], kEnteteFoyer);
-  auto rangees = Apres(l, kEnteteFoyer);
+  auto rangees = Rangees(b, "AUTRES PERSONNES AU FOYER", kEnteteFoyer);
   ASSERT_EQ(rangees.size(), 14u);
   // A relation longer than its column is kept whole and gets no spaces.
-  EXPECT_EQ(rangees[0],
-            "         DURAND-DE-LA-FON Jean               05/07/1990    Petit-fils de la voisineO");
-  EXPECT_EQ(rangees[1], "         DURAND           Marie-Antoinette   " + std::string(14, ' ') +
+  EXPECT_EQ(rangees[0], "         DURAND-DE-LA-FON Jean" + std::string(15, ' ') +
+                            "05/07/1990    Petit-fils de la voisineO");
+  EXPECT_EQ(rangees[1], "         DURAND           Marie-Antoinette" + std::string(3 + 14, ' ') +
                             "Fille           N");
   for (size_t i = 2; i < rangees.size(); ++i) EXPECT_EQ(rangees[i], "") << i;
 
   auto cadre = banc::Cadre_Sous(b.Enregistrement(), kEnteteFoyer);
   ASSERT_TRUE(cadre);
   EXPECT_NEAR(cadre->Lignes(), 15.0, 1e-3);
-  EXPECT_NEAR(cadre->gauche, banc::Cm(2), 1e-3);
   EXPECT_NEAR(cadre->droite, banc::Cm(18.9), 1e-3);
   const std::vector<double> separateurs = {6, 10, 13.5, 16.9};
   ASSERT_EQ(cadre->separateurs.size(), separateurs.size());
@@ -126,37 +92,33 @@ TEST(AutresPersonnesFoyer, RowsCutNamesAndFillToFourteenInsideTheFrame) {
 }
 
 TEST(AutresPersonnesFoyer, FifteenMembersPrintFourteenAndNoFiller) {
+  std::string noms;
+  for (int i = 1; i <= 15; ++i) noms += (i > 1 ? "]NOM" : "NOM") + std::to_string(i);
   Banc b;
-  b.Met("CIVILAIDE", "A0001", Fiche({{34, Valeurs("NOM", 15)}, {35, Valeurs("P", 15)}}));
+  b.Met("CIVILAIDE", "A0001", Fiche({{34, noms}}));
   b.Imprime("AIDE", {"A0001"});
-  auto rangees = Apres(banc::Section_Seule(b, "AUTRES PERSONNES AU FOYER"), kEnteteFoyer);
+  auto rangees = Rangees(b, "AUTRES PERSONNES AU FOYER", kEnteteFoyer);
   ASSERT_EQ(rangees.size(), 14u);
   EXPECT_EQ(rangees.back().substr(0, 15), "         NOM14 ");
-  for (const auto& r : rangees) EXPECT_NE(r, "");
 }
 
 TEST(Entourage, TenRowsOfSeventyEightCharactersInAnElevenLineFrame) {
-  const std::string nom25 = "BERNARD-LEFEBVRE Christin";  // 25 characters
   Banc b;
   b.Met("ENVIRONAIDE", "A0001",
-        Fiche({{5, nom25 + "]" + Valeurs("X", 10).substr(3) + "]ONZIEME"},
+        Fiche({{5, "BERNARD-LEFEBVRE Christin]X2]]]]]]]]]ONZIEME"},  // 25 characters first
                {6, "06 12 34 56 78"},
                {7, "Saint-Germain-en-Laye"},
                {8, "01 39 00 00 00"}}));
-  b.Imprime("AIDE", {"A0001"});
-  auto l = banc::Section_Seule(b, "ENTOURAGE");
-  ASSERT_GE(l.size(), 2u);
-  EXPECT_EQ(l[1], kEnteteEntourage);
-  auto rangees = Apres(l, kEnteteEntourage);
+  b.Met("CIVILAIDE", "A0002", Fiche({{4, "SANS ENTOURAGE"}}));
+  b.Imprime("AIDE", {"A0001", "A0002"});
+  auto rangees = Rangees(b, "ENTOURAGE", kEnteteEntourage);
   // Ten rows, then the blank line printed after the frame.
   ASSERT_EQ(rangees.size(), 11u);
-  EXPECT_EQ(rangees[10], " ");
   EXPECT_EQ(rangees[0],
             "         BERNARD-LEFEBVRE Ch Saint-Germain-en-La 01 39 00 00 00 06 12 34 56 78");
   EXPECT_EQ(rangees[1], "         X2" + std::string(78 - 11, ' '));
-  for (size_t i = 0; i < 10; ++i) EXPECT_EQ(rangees[i].size(), 78u) << i;
-  // The eleventh person is never printed.
-  for (const auto& r : rangees) EXPECT_EQ(r.find("ONZIEME"), std::string::npos);
+  EXPECT_EQ(rangees[9], std::string(78, ' '));  // the eleventh person is never printed
+  EXPECT_EQ(rangees[10], " ");
 
   auto cadre = banc::Cadre_Sous(b.Enregistrement(), kEnteteEntourage);
   ASSERT_TRUE(cadre);
@@ -164,13 +126,8 @@ TEST(Entourage, TenRowsOfSeventyEightCharactersInAnElevenLineFrame) {
   EXPECT_NEAR(cadre->droite, banc::Cm(18.6), 1e-3);
   ASSERT_EQ(cadre->separateurs.size(), 3u);
   EXPECT_NEAR(cadre->separateurs[1], banc::Cm(11.4), 1e-3);
-}
 
-TEST(Entourage, EmptyEnvironmentGivesTenRowsOfSpaces) {
-  Banc b;
-  b.Met("CIVILAIDE", "A0001", Fiche({{4, "DURAND"}}));
-  b.Imprime("AIDE", {"A0001"});
-  auto rangees = Apres(banc::Section_Seule(b, "ENTOURAGE"), kEnteteEntourage);
-  ASSERT_EQ(rangees.size(), 11u);
-  for (size_t i = 0; i < 10; ++i) EXPECT_EQ(rangees[i], std::string(78, ' ')) << i;
+  // Without an environment record: ten rows of 78 spaces.
+  const auto l = b.Lignes();
+  EXPECT_EQ(std::count(l.begin(), l.end(), std::string(78, ' ')), 8 + 10);
 }
