@@ -1,6 +1,8 @@
 // ETAT CIVIL: the first section of every dossier, for a care recipient and
 // for a carer alike. The two civil records share the name and the address and
 // number everything else differently, so the numbers are chosen once by type.
+#include <algorithm>
+
 #include "control/ctr_vesko.h"
 #include "db/lecture.h"
 #include "db/variable.h"

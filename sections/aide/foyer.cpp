@@ -2,6 +2,8 @@
 // members of the household (AUTRES PERSONNES AU FOYER), printed from the main
 // record right after the civil status, and the relatives living elsewhere
 // (ENTOURAGE), printed from the environment record that Habitat has just read.
+#include <algorithm>
+
 #include "control/ctr_vesko.h"
 #include "db/variable.h"
 #include "layout/age.h"

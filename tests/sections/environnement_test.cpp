@@ -2,6 +2,8 @@
 // line, labels cut to their column, the person to notify from the right record.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/sections/fiche_par_attribut.h"
 #include "tests/support/section_seule.h"
 
