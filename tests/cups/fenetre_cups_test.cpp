@@ -1,0 +1,104 @@
+// The host window printing through the print server: Qt's print dialog
+// chooses the queue and the paper, and one job reaches the queue.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QTimer>
+#include <fstream>
+
+#include "app/gui/choix_imprimante.h"
+#include "app/gui/fenetre_hote.h"
+#include "marbrel/outils.h"
+#include "tests/cups/magasin_demo.h"
+#include "tests/cups/serveur_cups.h"
+
+namespace {
+
+QApplication& Application() {
+  static int argc = 1;
+  static char nom[] = "test_cups";
+  static char* argv[] = {nom, nullptr};
+  static QApplication* application = new QApplication(argc, argv);
+  return *application;
+}
+
+class FenetreCups : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string raison;
+    serveur = essai_cups::ServeurCups::Instance(&raison);
+    if (serveur == nullptr) GTEST_SKIP() << "pas de serveur d'impression privé : " << raison;
+    ASSERT_FALSE(essai_demo::Base().empty());
+    Application();
+  }
+  essai_cups::ServeurCups* serveur = nullptr;
+};
+
+TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog) {
+  hote::FenetreHote fenetre;
+  fenetre.Controle().Fixe_Aujourdhui(marbrel::Outils::Date_Interne(2024, 3, 15));
+  fenetre.OuvreBase(QString::fromStdString(essai_demo::Base()));
+  fenetre.Selectionne({"A0001", "A0002"});
+  fenetre.show();
+  // The user accepts the print dialog as it opens: the default queue, A4.
+  int dialogues = 0;
+  QTimer accepte;
+  QObject::connect(&accepte, &QTimer::timeout, [&] {
+    if (auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+      ++dialogues;
+      d->accept();
+    }
+  });
+  accepte.start(20);
+  const hote::Bilan bilan = fenetre.Imprime();
+  accepte.stop();
+  EXPECT_EQ(dialogues, 1);
+  ASSERT_TRUE(bilan.fait) << bilan.alertes.join("\n").toStdString();
+  int numero = 0;
+  ASSERT_EQ(sscanf(bilan.resume.toUtf8().constData(), "Travail CAPTURE-%d", &numero), 1)
+      << bilan.resume.toStdString();
+  EXPECT_EQ(bilan.resume,
+            QString("Travail CAPTURE-%1 envoyé à l'imprimante « CAPTURE ».").arg(numero));
+
+  const essai_cups::Capture job = serveur->AttendCapture("CAPTURE", numero);
+  ASSERT_EQ(job.numero, numero) << serveur->Journal();
+  EXPECT_EQ(job.infos.at("title"), "DOSSIER AIDE A0001");
+  EXPECT_EQ(job.options.at("media"), "A4");
+  essai_demo::Dossier dossier;
+  std::ofstream(dossier / "job.pdf", std::ios::binary) << job.contenu;
+  const std::string texte = essai_cups::Lance("pdftotext '" + (dossier / "job.pdf") + "' -");
+  EXPECT_NE(texte.find("A0001 MARTIN Jeanne"), std::string::npos);
+  EXPECT_NE(texte.find("A0002 LEFEBVRE Marcel"), std::string::npos)
+      << "les deux dossiers, un travail";
+}
+
+TEST_F(FenetreCups, TheDialogsQueueIsFoundInTheControlsListAndAnUnlistedOneIsNamed) {
+  const auto reglages = std::make_shared<printing::cups::ReglagesEnvoi>();
+  const std::vector<printing::Destination> liste = printing::cups::Destinations(reglages);
+  std::vector<std::string> noms;
+  for (const auto& d : liste) noms.push_back(d.nom);
+  // The default queue first, then the others, then the built-in "PDF".
+  ASSERT_EQ(noms, (std::vector<std::string>{"CAPTURE", "ARRETEE", "PANNE", "REFUS", "PDF"}));
+
+  QPrinter imprimante(QPrinter::HighResolution);
+  imprimante.setPrinterName("PANNE");
+  imprimante.setPageSize(QPageSize(QPageSize::A3));
+  imprimante.setCopyCount(2);
+  const hote::Choix choix = hote::Interprete(imprimante, liste);
+  EXPECT_EQ(choix.index, 2);
+  EXPECT_EQ(choix.papier, 8);
+  EXPECT_EQ(choix.copies, 2);
+  EXPECT_EQ(choix.pdf, "");
+
+  try {
+    hote::Interprete(imprimante, {liste.front(), liste.back()});
+    ADD_FAILURE() << "une file absente de la liste doit être signalée";
+  } catch (const std::runtime_error& e) {
+    EXPECT_STREQ(e.what(),
+                 "l'imprimante « PANNE » choisie dans le dialogue n'est pas dans la liste des "
+                 "imprimantes du système.");
+  }
+}
+
+}  // namespace
