@@ -3,16 +3,29 @@
 // print, the fallback PDF and the wait for the job's end.
 #include <gtest/gtest.h>
 
+#include <QGuiApplication>
 #include <filesystem>
 #include <fstream>
 #include <regex>
 
+#include "printing/cups.h"
+#include "printing/printer.h"
 #include "tests/cups/magasin_demo.h"
 #include "tests/cups/serveur_cups.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+
+// QPdfWriter, used for the drawing of a job, needs an application.
+void Application() {
+  static int argc = 1;
+  static char nom[] = "test_cups";
+  static char* argv[] = {nom, nullptr};
+  static QGuiApplication* application =
+      QGuiApplication::instance() != nullptr ? nullptr : new QGuiApplication(argc, argv);
+  (void)application;
+}
 using essai_cups::Capture;
 using essai_cups::Lance;
 using essai_cups::ServeurCups;
@@ -157,6 +170,35 @@ TEST_F(ImpressionCups, WaitingForAJobThePrinterFailsSaysItFailedAndWhy) {
   EXPECT_EQ(r.erreurs, "vesko : le travail PANNE-" + std::to_string(numero) +
                            " a échoué sur l'imprimante « PANNE » : Plus de papier dans le bac "
                            "1.\n");
+}
+
+TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbackPdf) {
+  // The check before the run said yes; by the end of the document the queue
+  // no longer prints: the job is not sent, the drawing is kept, and the
+  // report says why.
+  Application();
+  essai_demo::Dossier dossier;
+  auto reglages = std::make_shared<printing::cups::ReglagesEnvoi>();
+  reglages->pdf_secours = dossier / "secours.pdf";
+  std::vector<printing::cups::Envoi> envois;
+  reglages->rapport = [&](const printing::cups::Envoi& e) { envois.push_back(e); };
+  printing::Printer p(printing::cups::SurfaceFile("ARRETEE", {"DOSSIER AIDE A0001", 1}, reglages));
+  p.Print(" Nom patronymique     : MARTIN");
+  const std::string message =
+      "l'imprimante « ARRETEE » est arrêtée : Bourrage papier dans le bac 2.";
+  try {
+    p.EndDoc();
+    ADD_FAILURE() << "l'envoi doit échouer";
+  } catch (const std::runtime_error& e) {
+    EXPECT_EQ(e.what(), message);
+  }
+  ASSERT_EQ(envois.size(), 1u);
+  EXPECT_EQ(envois[0].numero, 0);
+  EXPECT_EQ(envois[0].erreur, message);
+  EXPECT_EQ(envois[0].secours, dossier / "secours.pdf");
+  EXPECT_EQ(Lance("pdftotext -raw '" + (dossier / "secours.pdf") + "' -"),
+            "Nom patronymique : MARTIN\n\f");
+  EXPECT_TRUE(serveur->Captures("ARRETEE").empty());
 }
 
 }  // namespace
