@@ -179,6 +179,12 @@ long ChoisitDestination(const OptionsImpression& o, const Commande& c,
     case Sortie::Demande:
       break;
   }
+  // A named queue is asked about before the list is made: a server that
+  // does not answer is told at once.
+  if (c.sortie == Sortie::File && !envoi.PeutImprimer(o.imprimante)) {
+    imprimantes.Installe(PdfSeul(o.pdf_secours));
+    return 0;
+  }
   imprimantes.Installe(envoi.Destinations());
   const auto& liste = imprimantes.Destinations();
   long choix = -1;
@@ -186,17 +192,17 @@ long ChoisitDestination(const OptionsImpression& o, const Commande& c,
     choix = DemandeImprimante(liste);
     // The built-in "PDF" closes the list.
     if (choix < 0 || choix + 1 == static_cast<long>(liste.size())) return choix;
+    if (!envoi.PeutImprimer(liste[choix].nom)) {
+      imprimantes.Installe(PdfSeul(o.pdf_secours));
+      return 0;
+    }
+    return choix;
   }
-  const std::string file = c.sortie == Sortie::File ? o.imprimante : liste[choix].nom;
-  if (!envoi.PeutImprimer(file)) {
-    imprimantes.Installe(PdfSeul(o.pdf_secours));
-    return 0;
-  }
-  for (size_t i = 0; i < liste.size() && choix < 0; ++i) {
-    if (liste[i].nom == file) choix = static_cast<long>(i);
+  for (size_t i = 0; i + 1 < liste.size() && choix < 0; ++i) {
+    if (liste[i].nom == o.imprimante) choix = static_cast<long>(i);
   }
   if (choix < 0) {
-    throw std::runtime_error("l'imprimante « " + file +
+    throw std::runtime_error("l'imprimante « " + o.imprimante +
                              " » est connue du serveur d'impression mais absente de la liste "
                              "des imprimantes de Qt.");
   }
@@ -289,7 +295,11 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
       break;
     case Sortie::File:
     case Sortie::Demande:
-      envoi.Conclut(o.attendre);
+      if (envoi.FileChoisie()) {
+        envoi.Conclut(o.attendre);
+      } else {
+        std::cerr << "Dossiers imprimés dans " << printing::ListeImprimantes::FichierPdf() << "\n";
+      }
       break;
   }
 }

@@ -20,6 +20,7 @@ std::vector<printing::Destination> EnvoiFile::Destinations() const {
 }
 
 bool EnvoiFile::PeutImprimer(const std::string& file) {
+  file_ = file;
   const cups::Verification v = cups::Verifie(file);
   if (v.Prete()) return true;
   if (reglages_->pdf_secours.empty()) throw std::runtime_error(v.Message());

@@ -25,6 +25,9 @@ class EnvoiFile {
   // then prints to that PDF); without one, fails with the message naming the
   // queue and the reason.
   bool PeutImprimer(const std::string& file);
+  // Whether a queue was chosen (and asked about); otherwise the document went
+  // to the built-in "PDF" printer and there is no job to tell about.
+  bool FileChoisie() const { return !file_.empty(); }
 
   // Whether message is the failure of a job that Conclut will report, so
   // that the user reads it once.
@@ -38,6 +41,7 @@ class EnvoiFile {
  private:
   std::shared_ptr<printing::cups::ReglagesEnvoi> reglages_;
   std::shared_ptr<std::vector<printing::cups::Envoi>> envois_;
+  std::string file_;
   bool secours_pris_ = false;
 };
 

@@ -91,6 +91,16 @@ TEST_F(FenetreCups, TheDialogsQueueIsFoundInTheControlsListAndAnUnlistedOneIsNam
   EXPECT_EQ(choix.copies, 2);
   EXPECT_EQ(choix.pdf, "");
 
+  // Qt's "print to file" is the built-in "PDF" printer, writing that file.
+  QPrinter fichier(QPrinter::HighResolution);
+  fichier.setOutputFormat(QPrinter::PdfFormat);
+  fichier.setOutputFileName("/tmp/dossiers.pdf");
+  fichier.setPageSize(QPageSize(QPageSize::Letter));
+  const hote::Choix pdf = hote::Interprete(fichier, liste);
+  EXPECT_EQ(pdf.index, 4);
+  EXPECT_EQ(pdf.papier, 1);
+  EXPECT_EQ(pdf.pdf, "/tmp/dossiers.pdf");
+
   try {
     hote::Interprete(imprimante, {liste.front(), liste.back()});
     ADD_FAILURE() << "une file absente de la liste doit être signalée";

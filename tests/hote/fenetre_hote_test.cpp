@@ -1,6 +1,6 @@
 // The reference host window: the persons it lists, its search and selection,
-// the run that keeps it responsive, its preview, its image under the
-// offscreen platform, and the meaning of Qt's print dialog for the control.
+// the run that keeps it responsive, its preview and its image under the
+// offscreen platform.
 #include "app/gui/fenetre_hote.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,6 @@
 #include <filesystem>
 #include <set>
 
-#include "app/gui/choix_imprimante.h"
 #include "marbrel/creation_base.h"
 #include "marbrel/marques.h"
 #include "marbrel/sqlite_store.h"
@@ -188,21 +187,6 @@ TEST(VeskoGui, TheProgramDrawsItsWindowIntoAnImageUnderTheOffscreenPlatform) {
                       "/absente.vesko » ne peut pas être ouverte"),
             std::string::npos)
       << tampon;
-}
-
-TEST(ChoixImprimante, PrintToFileIsTheBuiltInPdfPrinterWithThePaperChosen) {
-  Application();
-  const std::vector<printing::Destination> liste = {{"alpha", {}}, {"beta", {}}, {"PDF", {}}};
-  QPrinter fichier(QPrinter::HighResolution);
-  fichier.setOutputFormat(QPrinter::PdfFormat);
-  fichier.setOutputFileName("/tmp/dossiers.pdf");
-  fichier.setPageSize(QPageSize(QPageSize::Letter));
-  fichier.setCopyCount(2);
-  const hote::Choix choix = hote::Interprete(fichier, liste);
-  EXPECT_EQ(choix.index, 2);
-  EXPECT_EQ(choix.papier, 1);
-  EXPECT_EQ(choix.copies, 2);
-  EXPECT_EQ(choix.pdf, "/tmp/dossiers.pdf");
 }
 
 }  // namespace
