@@ -74,8 +74,8 @@ class FenetreHote : public QMainWindow {
   void ImprimeEtSignale();
   void ApercuEtSignale();
   void Signale(const Bilan& bilan);
-  // One Edition of the selected keys on this printer list; the choice the
-  // control asks for is the choose function's.
+  // One Edition of the selected keys on this printer list: for a preview the
+  // control is given its one entry, otherwise the print dialog chooses.
   Bilan Edite(std::vector<printing::Destination> liste, bool apercu);
   void Progression();
 
