@@ -19,7 +19,7 @@ namespace {
 
 // The columns, in characters, and the frame drawn around them from the left
 // margin: each separator falls between the two spaces that part two columns.
-constexpr long kType = 15, kNom = 22, kTelephone = 14, kAdresse = 18;
+constexpr long kType = 16, kNom = 22, kTelephone = 14, kAdresse = 18;
 const std::string kEcart = "  ";
 constexpr std::int32_t kRangeesMinimum = 8;  // the table keeps its shape when short
 // Observations go on under the name, in what is left of a 78-character line.
@@ -60,7 +60,7 @@ void Ctr_Vesko::Intervenants_Exterieurs() {
                      mise_en_page::Coupe(intervenants, 4, i, kAdresse)));
   }
   Cadre_Gauche = true;
-  Taille_Col = mise_en_page::Largeurs({"2.2", "5.6", "3.7", "4.6"});
+  Taille_Col = mise_en_page::Largeurs({"2.4", "5.6", "3.7", "4.7"});
   Cadre(W_PointDepart, rangees + 1, Taille_Col);
 
   bool premiere = true;

@@ -21,7 +21,7 @@ const std::string CRLF = "\r\n";
 
 std::string Rangee(const std::string& type, const std::string& nom, const std::string& telephone,
                    const std::string& adresse) {
-  return "  " + texte::Pad(type, 15) + "  " + texte::Pad(nom, 22) + "  " +
+  return "  " + texte::Pad(type, 16) + "  " + texte::Pad(nom, 22) + "  " +
          texte::Pad(telephone, 14) + "  " + adresse;
 }
 const std::string ENTETE = Rangee("Type", "Nom", "Téléphone", "Adresse ou ville");
@@ -49,7 +49,7 @@ TEST(IntervenantsExterieurs, ColumnsCutsFillerRowsAndObservations) {
       " ",
       ENTETE,
       Rangee("Infirmier(ère)", "Cabinet infirmier Wepp", "03 20 11 22 33", "Rue de Lille, Haub"),
-      Rangee("Kinésithérapeut", "M. LEFEBVRE", "+33 6 11 22 33", "LOOS"),
+      Rangee("Kinésithérapeute", "M. LEFEBVRE", "+33 6 11 22 33", "LOOS"),
       Rangee("Infirmier(ère)", "", "", ""),
       "",
       "",
@@ -76,12 +76,12 @@ TEST(IntervenantsExterieurs, ColumnsCutsFillerRowsAndObservations) {
   EXPECT_NEAR(cadre->gauche, banc::Cm(0.3), 0.01);
   const double caractere = 132;  // twips of one 11-point character
   ASSERT_EQ(cadre->separateurs.size(), 3u);
-  for (long fin : {17L, 41L, 57L}) {  // the first space after each column
-    const double x = cadre->separateurs[fin == 17 ? 0 : fin == 41 ? 1 : 2];
+  for (long fin : {18L, 42L, 58L}) {  // the first space after each column
+    const double x = cadre->separateurs[fin == 18 ? 0 : fin == 42 ? 1 : 2];
     EXPECT_GT(x, fin * caractere) << fin;
     EXPECT_LT(x, (fin + 2) * caractere) << fin;
   }
-  EXPECT_GT(cadre->droite, 77 * caractere);
+  EXPECT_GT(cadre->droite, 78 * caractere);
 }
 
 TEST(IntervenantsExterieurs, NoneGivesEightEmptyRowsAndNoObservations) {
@@ -105,7 +105,7 @@ TEST(IntervenantsExterieurs, MoreThanEightProfessionalsAreAllListed) {
   b.Imprime("AIDE", {"A0001"});
   auto l = Section_Seule(b, "INTERVENANTS EXTERIEURS");
   ASSERT_EQ(l.size(), 13u);
-  EXPECT_EQ(l.back(), Rangee("Kinésithérapeut", "Nom 11", "", ""));
+  EXPECT_EQ(l.back(), Rangee("Kinésithérapeute", "Nom 11", "", ""));
   const auto cadre = banc::Cadre_Sous(b.Enregistrement(), ENTETE);
   ASSERT_TRUE(cadre);
   EXPECT_NEAR(cadre->Lignes(), 12, 1e-3);
