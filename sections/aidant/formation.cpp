@@ -99,7 +99,7 @@ void Ctr_Vesko::Experience() {
 }
 
 void Ctr_Vesko::Activite() {
-  const TabDyn formexp = Variable::Enregistrement(Fic::FORMEXPAIDANT);
+  const TabDyn& formexp = Variable::Enregistrement(Fic::FORMEXPAIDANT);
   Titre("ACTIVITES POSSIBLES");
   for (long j = 1; j < kActivites; j += 2) {
     const std::string gauche = formexp(10, j);

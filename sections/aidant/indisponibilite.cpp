@@ -67,10 +67,10 @@ std::string Ligne_Indispo(marbrel::TabDyn& resultat, long r, bool est_aidant) {
   const std::string frequence = "1/" + V(4);
   const std::optional<std::string> de = Heure(Mid(cle, 12, 2), Mid(cle, 14, 2));
   if (!de) {
-    throw std::runtime_error("Indisponibilité « " + cle +
-                             " » : pas d'heure de début en positions " + "12 à 15 de la clé (« " +
+    throw std::runtime_error("Indisponibilité « " + cle + " » : pas d'heure de début (« " +
                              Mid(cle, 12) +
-                             " ») ; une clé d'indisponibilité compte 15 caractères.");
+                             " » en positions 12 à 15) ; une clé d'indisponibilité compte 15 "
+                             "caractères.");
   }
   // The end time is stored without leading zeros; once padded it reads like
   // the start time, and the padded text stays in the result.
@@ -81,7 +81,7 @@ std::string Ligne_Indispo(marbrel::TabDyn& resultat, long r, bool est_aidant) {
   resultat.Remplace(r, 3, fin_heure);
   const std::optional<std::string> a = Heure(Mid(fin_heure, 1, 2), Mid(fin_heure, 3, 2));
   if (!a) {
-    throw std::runtime_error("Indisponibilité « " + cle + " » : l'heure de fin « " + V(3) +
+    throw std::runtime_error("Indisponibilité « " + cle + " » : l'heure de fin « " + fin_stockee +
                              " » n'est pas un nombre d'heures en centièmes.");
   }
   const std::string obs = est_aidant ? Observation_Aidant(V(5)) : texte::Left(V(5), 30);
