@@ -133,8 +133,8 @@ void Ctr_Vesko::ImprimeDonnées(std::string& W_Code) {
       }
       return Ligne_Liste(libelle, valeur, largeur);
     };
-    // A list meant for the other kind of dossier: its header was not printed
-    // by the caller, and the chunk stays as the previous list left it.
+    // A list of the other kind of dossier than the run's prints its header
+    // line itself, and its first chunk stays as the previous list left it.
     if ((Liste_Type == 2) == (Type_Dossier == "AIDANT")) {
       Liste_Lignes_Chunk = std::min(Liste_Ligne_Par_Page, Liste_Nb_Ligne);
     } else {
@@ -148,8 +148,8 @@ void Ctr_Vesko::ImprimeDonnées(std::string& W_Code) {
     Compteur_Ligne = 0;
     for (std::int32_t k = 0; k < Liste_Lignes_Chunk; ++k) {
       ++Liste_Index;
-      if (auto texte = ligne(Liste_Index)) {
-        P().Print(*texte);
+      if (auto rangee = ligne(Liste_Index)) {
+        P().Print(*rangee);
         ++Compteur_Ligne;
       }
     }
