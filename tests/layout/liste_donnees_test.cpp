@@ -155,21 +155,6 @@ TEST(ImprimeDonnees, RowsSitInTheirColumnsAndTheEmptyOnesAreLeftOut) {
   EXPECT_NEAR(x[2], 13 * 567, 0.01);
 }
 
-TEST(ImprimeDonnees, MarksAreWholeNumbersAndCareRecipientsHaveNoTotal) {
-  Liste aidant("AIDANT");
-  aidant.Imprime(Rec({"", "PONC]DISC", "3]2.5"}),
-                 Rec({"IMPGENE", "PONC]DISC", "Ponctualité]Discrétion"}));
-  EXPECT_EQ(aidant.Textes(0)[1], Rangee("Ponctualité", "3"));
-  EXPECT_EQ(aidant.C().Liste_Total, 550);
-  EXPECT_EQ(mise_en_page::Texte_Nombre(550, false), "5.50");
-  EXPECT_EQ(mise_en_page::Texte_Nombre(500, false), "5");
-  EXPECT_EQ(mise_en_page::Texte_Nombre(455, true), "    4.55");
-
-  Liste aide("AIDE");
-  aide.Imprime(Rec({"", "PONC", "3"}), Rec({"IMPGENE", "PONC", "Ponctualité"}));
-  EXPECT_EQ(aide.C().Liste_Total, 0);
-}
-
 TEST(ImprimeDonnees, EveryRowFitsBetweenTheRulesOfItsFrame) {
   // The label room leaves the character under the separator blank and the
   // value inside the right edge, for the carers' and the care recipients' frames.
@@ -186,36 +171,6 @@ TEST(ImprimeDonnees, EveryRowFitsBetweenTheRulesOfItsFrame) {
   EXPECT_EQ(mise_en_page::Largeur_Libelle(mise_en_page::Largeurs({"8.5", "2.5"}), 567), 43);
   // The task lines of the catalogue are 67 characters.
   EXPECT_GE(mise_en_page::Largeur_Libelle(mise_en_page::Largeurs({"14.3", "2.5"}), 567), 67);
-}
-
-TEST(ImprimeDonnees, ALongListIsFramedPerPageUnderTheRunningHeader) {
-  Liste l("AIDANT");
-  l.C().Liste_Ligne_Par_Page = 40;
-  marbrel::TabDyn source, table;
-  Capacites(60, source, table);
-  l.Imprime(source, table);
-
-  ASSERT_EQ(l.Pages(), 2u);
-  auto p1 = l.Textes(0);
-  ASSERT_EQ(p1.size(), 41u);
-  EXPECT_EQ(p1[40], Rangee("Capacité 40", "40"));
-  ASSERT_EQ(l.Cadres(0).size(), 1u);
-  EXPECT_NEAR(l.Cadres(0)[0].lignes, 41, 1e-3);
-
-  // The next page: its running header, the column header again, the rest.
-  auto p2 = l.Textes(1);
-  ASSERT_EQ(p2.size(), 8u + 1 + 20);
-  EXPECT_EQ(p2[2], "Date : 15/03/2024" + std::string(55, ' ') + "Page 2");
-  EXPECT_EQ(p2[5], "S0001 MARTIN Paul");
-  EXPECT_EQ(p2[8], ENTETE);
-  EXPECT_EQ(p2[9], Rangee("Capacité 41", "41"));
-  EXPECT_EQ(p2.back(), Rangee("Capacité 60", "60"));
-  ASSERT_EQ(l.Cadres(1).size(), 1u);
-  EXPECT_NEAR(l.Cadres(1)[0].lignes, 21, 1e-3);
-  EXPECT_NEAR(l.Cadres(1)[0].haut, 8 * printing::kHauteurLigne11, 1e-3);
-  // The count is the rows of the last page; the total covers every page.
-  EXPECT_EQ(l.C().Compteur_Ligne, 20);
-  EXPECT_EQ(l.C().Liste_Total, 60 * 61 / 2 * 100);  // marks, in hundredths
 }
 
 TEST(ImprimeDonnees, AVeryLongListNeverLetsThePrinterEjectABarePage) {

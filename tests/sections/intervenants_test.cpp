@@ -92,21 +92,3 @@ TEST(IntervenantsExterieurs, NoneGivesEightEmptyRowsAndNoObservations) {
   attendu.resize(10, "");
   EXPECT_EQ(Section_Seule(b, "INTERVENANTS EXTERIEURS"), attendu);
 }
-
-TEST(IntervenantsExterieurs, MoreThanEightProfessionalsAreAllListed) {
-  Banc b;
-  Base(b);
-  marbrel::TabDyn liste;
-  for (int i = 1; i <= 11; ++i) {
-    liste.Remplace(1, i, "KINE");
-    liste.Remplace(2, i, "Nom " + std::to_string(i));
-  }
-  b.Met("INTERVENANTEXT", "A0001", liste);
-  b.Imprime("AIDE", {"A0001"});
-  auto l = Section_Seule(b, "INTERVENANTS EXTERIEURS");
-  ASSERT_EQ(l.size(), 13u);
-  EXPECT_EQ(l.back(), Rangee("Kinésithérapeute", "Nom 11", "", ""));
-  const auto cadre = banc::Cadre_Sous(b.Enregistrement(), ENTETE);
-  ASSERT_TRUE(cadre);
-  EXPECT_NEAR(cadre->Lignes(), 12, 1e-3);
-}
