@@ -50,11 +50,11 @@ marbrel::TabDyn Formations() {
               "Recyclage tous les deux ans]]]Stage]]]]]]]onzième"});
 }
 
-// The frame's rules drawn after the first text line equal to `entete`, and
-// that line's position.
+// The vertical rules (in cm) drawn after the line `entete`, the extent of
+// all rules, and that line's position.
 struct Cadre {
-  double y = -1;
-  std::vector<printing::ElementTrait> traits;
+  double y = -1, haut = 1e9, bas = 0;
+  std::vector<double> x;
 };
 Cadre CadreApres(const Banc& b, const std::string& entete) {
   Cadre c;
@@ -62,9 +62,12 @@ Cadre CadreApres(const Banc& b, const std::string& entete) {
     for (const auto& e : page.elements) {
       if (const auto* t = std::get_if<printing::ElementTexte>(&e)) {
         if (c.y < 0 && t->texte == entete) c.y = t->y;
-        if (c.y >= 0 && !c.traits.empty()) return c;
+        if (!c.x.empty()) return c;
       } else if (c.y >= 0) {
-        c.traits.push_back(std::get<printing::ElementTrait>(e));
+        const auto& l = std::get<printing::ElementTrait>(e);
+        c.haut = std::min({c.haut, l.y1, l.y2});
+        c.bas = std::max({c.bas, l.y1, l.y2});
+        if (l.x1 == l.x2) c.x.push_back(l.x1 / 567);
       }
     }
   }
@@ -73,7 +76,7 @@ Cadre CadreApres(const Banc& b, const std::string& entete) {
 
 }  // namespace
 
-TEST(Formation, StudiesTrainingRowsAndCuts) {
+TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
   Banc b;
   Tables(b);
   b.Met("FORMEXPAIDANT", "S0001", Formations());
@@ -104,34 +107,15 @@ TEST(Formation, StudiesTrainingRowsAndCuts) {
   EXPECT_EQ(l[16], " ");
   EXPECT_EQ(b.Texte().find("onzième"), std::string::npos);
   EXPECT_TRUE(Incidents(b).empty());
-}
 
-TEST(Formation, FrameHoldsHeaderAndTenRows) {
-  Banc b;
-  b.Imprime("AIDANT", {"S0001"});
+  // The frame holds the header and the ten rows: 11 lines of 0.417 cm.
   Cadre c = CadreApres(b, kEntete);
-  ASSERT_GE(c.y, 0);
-  // Four sides and three separators, 11 lines of 0.417 cm from the header.
-  ASSERT_EQ(c.traits.size(), 7u);
-  const double cm = 567;
-  std::vector<double> x;
-  double haut = 1e9, bas = 0, gauche = 1e9, droite = 0;
-  for (const auto& t : c.traits) {
-    haut = std::min({haut, t.y1, t.y2});
-    bas = std::max({bas, t.y1, t.y2});
-    gauche = std::min({gauche, t.x1, t.x2});
-    droite = std::max({droite, t.x1, t.x2});
-    if (t.x1 == t.x2) x.push_back(t.x1);
-  }
-  EXPECT_NEAR(haut, c.y, 0.5);
-  EXPECT_NEAR(bas, c.y + 11 * 0.417 * cm, 0.5);
-  EXPECT_NEAR(gauche, 2 * cm, 0.5);
-  EXPECT_NEAR(droite, 18 * cm, 0.5);
-  std::sort(x.begin(), x.end());
-  ASSERT_EQ(x.size(), 5u);
-  EXPECT_NEAR(x[1], 4.9 * cm, 0.5);
-  EXPECT_NEAR(x[2], 11.3 * cm, 0.5);
-  EXPECT_NEAR(x[3], 13.8 * cm, 0.5);
+  EXPECT_NEAR(c.haut, c.y, 0.5);
+  EXPECT_NEAR(c.bas, c.y + 11 * 0.417 * 567, 0.5);
+  std::sort(c.x.begin(), c.x.end());
+  const std::vector<double> x = {2, 4.9, 11.3, 13.8, 18};
+  ASSERT_EQ(c.x.size(), x.size());
+  for (size_t i = 0; i < x.size(); ++i) EXPECT_NEAR(c.x[i], x[i], 0.001) << i;
 }
 
 TEST(Formation, ExactCodesAndAnAbsentRecord) {
