@@ -1,12 +1,14 @@
 // `vesko print`: prints dossiers the way a host does — keys in a TabDyn, one
 // call of Edition — onto a PDF file, a print queue, a recording (text, JSON,
 // PNG images) or the print preview.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QApplication>
 #include <QDate>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -240,6 +242,14 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY") &&
       !std::getenv("QT_QPA_PLATFORM")) {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  }
+  // Without a session (a server, a cron job) Qt would warn on every print that
+  // it has no runtime directory: give it the private one it would choose.
+  if (!std::getenv("XDG_RUNTIME_DIR")) {
+    const std::string dossier = "/tmp/runtime-" + std::to_string(getuid());
+    if (mkdir(dossier.c_str(), 0700) == 0 || errno == EEXIST) {
+      setenv("XDG_RUNTIME_DIR", dossier.c_str(), 1);
+    }
   }
   QApplication application(argc, argv);
   if (c.sortie == Sortie::Apercu) ExigeEcran();
