@@ -1,5 +1,5 @@
-// The control as a component: its caption, its published interface, and the
-// layout primitives every section draws with.
+// The control as a component: its caption, calls by name, and the layout
+// primitives every section draws with.
 #include <gtest/gtest.h>
 
 #include <QImage>
@@ -7,39 +7,31 @@
 
 #include "control/interface.h"
 #include "layout/lignes.h"
-#include "printing/print_formats.h"
 #include "printing/recording.h"
 #include "tests/support/banc.h"
-
-using banc::Banc;
-using banc::Rec;
 
 namespace {
 
 // A control printing its building blocks onto a recording.
 struct Atelier {
-  Banc banc;
+  banc::Banc banc;
   printing::Enregistrement rec;
   Ctr_Vesko& c = banc.Controle();
   Atelier() {
     c.Commence_Sur(
         std::make_unique<printing::Printer>(std::make_unique<printing::RecordingSurface>(&rec)));
   }
-  std::vector<printing::ElementTrait> Traits() const {
-    std::vector<printing::ElementTrait> t;
+  template <typename Element>
+  std::vector<Element> Tous() const {
+    std::vector<Element> t;
     for (const auto& p : rec.pages)
       for (const auto& e : p.elements)
-        if (auto* l = std::get_if<printing::ElementTrait>(&e)) t.push_back(*l);
-    return t;
-  }
-  std::vector<printing::ElementTexte> Textes() const {
-    std::vector<printing::ElementTexte> t;
-    for (const auto& p : rec.pages)
-      for (const auto& e : p.elements)
-        if (auto* x = std::get_if<printing::ElementTexte>(&e)) t.push_back(*x);
+        if (auto* x = std::get_if<Element>(&e)) t.push_back(*x);
     return t;
   }
 };
+
+constexpr double kCm = 567, kPas = 0.417 * kCm;
 
 bool Trait(const printing::ElementTrait& l, double x1, double y1, double x2, double y2) {
   auto proche = [](double a, double b) { return std::abs(a - b) < 0.01; };
@@ -49,7 +41,7 @@ bool Trait(const printing::ElementTrait& l, double x1, double y1, double x2, dou
 }  // namespace
 
 TEST(Controle, ShowsItsCaptionWhenPlacedInAWindow) {
-  Banc b;
+  banc::Banc b;  // for the application
   QWidget fenetre;
   Ctr_Vesko* c = new Ctr_Vesko(&fenetre);
   fenetre.resize(300, 80);
@@ -57,40 +49,29 @@ TEST(Controle, ShowsItsCaptionWhenPlacedInAWindow) {
   auto* etiquette = c->findChild<QLabel*>("Etq_Edition");
   ASSERT_NE(etiquette, nullptr);
   EXPECT_EQ(etiquette->text(), QString("Edition de la fiche"));
-  QImage image = fenetre.grab().toImage();
-  ASSERT_FALSE(image.isNull());
-  // The label's text is drawn: some pixels differ from the background.
-  QRgb fond = image.pixel(image.width() - 1, image.height() - 1);
+  // The label's text is drawn: some pixels of the control differ from the background.
+  const QImage image = fenetre.grab().toImage();
+  const QRgb fond = image.pixel(image.width() - 1, image.height() - 1);
   int encres = 0;
   for (int y = 0; y < c->height(); ++y)
-    for (int x = 0; x < c->width(); ++x)
-      if (image.pixel(x, y) != fond) ++encres;
+    for (int x = 0; x < c->width(); ++x) encres += image.pixel(x, y) != fond;
   EXPECT_GT(encres, 20);
-  image.save(QString::fromUtf8(VESKO_BINARY_DIR) + "/controle.png");
+  image.save(QString::fromUtf8(VESKO_BINARY_DIR) + "/controle.png");  // to look at
 }
 
-TEST(Interface, PublishedMembersInSlotOrderAndCallByName) {
-  const auto& m = interface_vesko::Membres();
-  ASSERT_EQ(m.size(), 45u);
-  for (size_t i = 0; i < m.size(); ++i) EXPECT_EQ(m[i].slot, static_cast<int>(i + 1));
-  EXPECT_EQ(m[0].nom, "TheClient");
-  EXPECT_EQ(m[0].genre, interface_vesko::Genre::Propriete);
-  EXPECT_EQ(m[42].nom, "Cadre");
-  EXPECT_EQ(m[42].parametres.at(0).type, "Monnaie");
-  EXPECT_EQ(m[43].nom, "ImprimeDonnées");
-  EXPECT_EQ(m[44].nom, "Remplir_Liste_Tache");
-
+TEST(Interface, CallByNameChecksTheMemberAndItsArguments) {
   Atelier a;
   std::vector<interface_vesko::Argument> args = {std::string("HABITAT")};
   interface_vesko::Appelle(a.c, "Titre", args);
-  ASSERT_EQ(a.Textes().size(), 3u);
-  EXPECT_EQ(a.Textes()[1].texte, "HABITAT");
+  const auto textes = a.Tous<printing::ElementTexte>();
+  ASSERT_EQ(textes.size(), 3u);
+  EXPECT_EQ(textes[1].texte, "HABITAT");
 
-  std::vector<interface_vesko::Argument> faux = {std::int32_t{3}};
+  std::vector<interface_vesko::Argument> faux = {std::int32_t{3}}, aucun;
   EXPECT_THROW(interface_vesko::Appelle(a.c, "Titre", faux), std::invalid_argument);
-  EXPECT_THROW(interface_vesko::Appelle(a.c, "Indispo", args), std::invalid_argument);
-  std::vector<interface_vesko::Argument> aucun;
   EXPECT_THROW(interface_vesko::Appelle(a.c, "Titre", aucun), std::invalid_argument);
+  // A private member is not callable.
+  EXPECT_THROW(interface_vesko::Appelle(a.c, "Indispo", args), std::invalid_argument);
 }
 
 TEST(Titre, HeavyHeadingThenBackToPlainElevenPoints) {
@@ -98,7 +79,7 @@ TEST(Titre, HeavyHeadingThenBackToPlainElevenPoints) {
   a.c.Imprimante()->SetFontBold(true);
   a.c.Imprimante()->SetFontSize(18);
   a.c.Titre("");
-  auto t = a.Textes();
+  const auto t = a.Tous<printing::ElementTexte>();
   ASSERT_EQ(t.size(), 3u);
   EXPECT_EQ(t[0].texte, " ");
   EXPECT_EQ(t[0].police.taille, 18);  // the blank before is in whatever font is current
@@ -113,55 +94,36 @@ TEST(Titre, HeavyHeadingThenBackToPlainElevenPoints) {
 
 TEST(Cadre, BoxAndSeparatorsWhereTheWidthsSay) {
   Atelier a;
-  const double cm = 567, pas = 0.417 * 567;
   a.c.Cadre(Monnaie::De(1000), 3, mise_en_page::Largeurs({"8.5", "2.5"}));
-  auto t = a.Traits();
+  const auto t = a.Tous<printing::ElementTrait>();
+  const double bas = 1000 + 3 * kPas;
   ASSERT_EQ(t.size(), 5u);
-  EXPECT_TRUE(Trait(t[0], 2 * cm, 1000, 13 * cm, 1000));                      // top
-  EXPECT_TRUE(Trait(t[1], 2 * cm, 1000, 2 * cm, 1000 + 3 * pas));             // left
-  EXPECT_TRUE(Trait(t[2], 2 * cm, 1000 + 3 * pas, 13 * cm, 1000 + 3 * pas));  // bottom
-  EXPECT_TRUE(Trait(t[3], 13 * cm, 1000, 13 * cm, 1000 + 3 * pas));           // right
-  EXPECT_TRUE(Trait(t[4], 10.5 * cm, 1000, 10.5 * cm, 1000 + 3 * pas));       // separator
+  EXPECT_TRUE(Trait(t[0], 2 * kCm, 1000, 13 * kCm, 1000));      // top
+  EXPECT_TRUE(Trait(t[1], 2 * kCm, 1000, 2 * kCm, bas));        // left
+  EXPECT_TRUE(Trait(t[2], 2 * kCm, bas, 13 * kCm, bas));        // bottom
+  EXPECT_TRUE(Trait(t[3], 13 * kCm, 1000, 13 * kCm, bas));      // right
+  EXPECT_TRUE(Trait(t[4], 10.5 * kCm, 1000, 10.5 * kCm, bas));  // separator
   for (const auto& l : t) EXPECT_EQ(l.largeur, 3);
 }
 
 TEST(Cadre, LeftFlagWidensOnlyTheFirstColumnOfOneFrame) {
   Atelier a;
-  const double cm = 567;
   a.c.Cadre_Gauche = true;
   a.c.Cadre(Monnaie::De(0), 2, mise_en_page::Largeurs({"14.3", "2.5"}));
   EXPECT_FALSE(a.c.Cadre_Gauche);
   a.c.Cadre(Monnaie::De(0), 2, mise_en_page::Largeurs({"14.3", "2.5"}));
-  auto t = a.Traits();
+  const auto t = a.Tous<printing::ElementTrait>();
   ASSERT_EQ(t.size(), 10u);
-  EXPECT_TRUE(Trait(t[0], 0.3 * cm, 0, 18.8 * cm, 0));
-  EXPECT_TRUE(Trait(t[4], 16.3 * cm, 0, 16.3 * cm, 2 * 0.417 * cm));  // separator unmoved
-  EXPECT_TRUE(Trait(t[5], 2 * cm, 0, 18.8 * cm, 0));                  // the next frame: 2 cm
+  EXPECT_TRUE(Trait(t[0], 0.3 * kCm, 0, 18.8 * kCm, 0));
+  EXPECT_TRUE(Trait(t[4], 16.3 * kCm, 0, 16.3 * kCm, 2 * kPas));  // separator unmoved
+  EXPECT_TRUE(Trait(t[5], 2 * kCm, 0, 18.8 * kCm, 0));            // the next frame: 2 cm
 }
 
-TEST(Cadre, DegenerateFrames) {
+TEST(Cadre, NoLinesAndNoColumnsDrawAFlatBoxWithoutSeparator) {
   Atelier a;
-  const double cm = 567;
   a.c.Cadre(Monnaie::De(500), 0, marbrel::TabDyn());
-  auto t = a.Traits();
-  ASSERT_EQ(t.size(), 4u);  // no columns: no separator
-  EXPECT_TRUE(Trait(t[0], 2 * cm, 500, 2 * cm, 500));
-  EXPECT_TRUE(Trait(t[2], 2 * cm, 500, 2 * cm, 500));  // bottom on the top rule
-}
-
-TEST(Driver, AFailingSectionDoesNotStopTheRun) {
-  Banc b;
-  b.Met("CIVILAIDE", "A0001", Rec({"", "DURAND", "Marie"}));
-  b.FaitEchouer("RESSOURCESAIDE");
-  b.Imprime("AIDE", {"A0001"});
-  const auto& incidents = b.Controle().Incidents();
-  ASSERT_EQ(incidents.size(), 1u);
-  EXPECT_EQ(incidents[0].section, "Ressource_Aide");
-  EXPECT_EQ(incidents[0].cle, "A0001");
-  EXPECT_NE(incidents[0].message.find("RESSOURCESAIDE"), std::string::npos);
-  // The sections after the failing one still printed and the document ended.
-  EXPECT_TRUE(b.Enregistrement().termine);
-  auto l = b.Lignes();
-  EXPECT_NE(std::find(l.begin(), l.end(), "ORIGINE DOSSIER"), l.end());
-  EXPECT_NE(std::find(l.begin(), l.end(), "BLOC-NOTES"), l.end());
+  const auto t = a.Tous<printing::ElementTrait>();
+  ASSERT_EQ(t.size(), 4u);
+  EXPECT_TRUE(Trait(t[0], 2 * kCm, 500, 2 * kCm, 500));
+  EXPECT_TRUE(Trait(t[2], 2 * kCm, 500, 2 * kCm, 500));  // bottom on the top rule
 }
