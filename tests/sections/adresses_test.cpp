@@ -2,79 +2,50 @@
 // dossier type.
 #include <gtest/gtest.h>
 
-#include "tests/support/banc.h"
+#include "tests/sections/releve.h"
 
+using banc::Fiche;
 using banc::Rec;
-
-namespace {
-
-const std::string R(24, ' ');
-
-marbrel::TabDyn Attributs(std::initializer_list<std::pair<long, std::string>> attributs) {
-  marbrel::TabDyn r;
-  for (const auto& [a, v] : attributs) r.Remplace(a, v);
-  return r;
-}
-
-}  // namespace
+using banc::S;
 
 TEST(Adresses, CareRecipientInvoicingAndBank) {
   banc::Banc b;
   b.Met("ELTSFACTAIDE", "A0001",
-        Attributs({{1, "M"},
-                   {2, "LEROY Jeanne"},
-                   {3, "12"},
-                   {5, "rue"},
-                   {6, "des Lilas"},
-                   {7, "Bât. B"},
-                   {8, "75001"},
-                   {9, "PARIS"},
-                   {10, "1"},
-                   {11, "05"},
-                   {15, "Fille"},
-                   {18, "30004"},
-                   {19, "00123"},
-                   {20, "00012345678"},
-                   {21, "42"}}));
+        Fiche("1=M|2=LEROY Jeanne|3=12|5=rue|6=des Lilas|7=Bât. B|8=75001|9=PARIS|10=1|"
+              "11=05|15=Fille|18=30004|19=00123|20=00012345678|21=42"));
   b.Met("BIC", "30004", Rec({"BNPAFRPP", "BNP PARIBAS]autre"}));
-  b.Imprime("AIDE", {"A0001"});
+  // Lower-case "m" is no periodicity, an unknown bank prints no name, a
+  // refusal flag stops the direct debit.
+  b.Met("ELTSFACTAIDE", "A0002", Fiche("1=m|3=3|8=69006|9=LYON|10=0|18=99|25=1"));
+  b.Imprime("AIDE", {"A0001", "A0002"});
   const std::vector<std::string> facturation = {" ",
                                                 " Périodicité          : Mensuelle",
                                                 " Nom                  : LEROY Jeanne",
                                                 " Adresse              : 12 rue des Lilas",
-                                                R + "Bât. B",
-                                                R + "75001 PARIS Cedex 05",
+                                                S(24) + "Bât. B",
+                                                S(24) + "75001 PARIS Cedex 05",
                                                 " Relation             : Fille",
-                                                " ",
                                                 " "};
-  EXPECT_EQ(b.Section("ADRESSE FACTURATION"), facturation);
+  EXPECT_EQ(banc::Bloc(b, "ADRESSE FACTURATION"), facturation);
   // A 5-character bank code is followed by 25 spaces; an empty refusal flag
   // with a key means the direct debit is on.
   const std::vector<std::string> banque = {
-      " ",
-      " Nom banque           : BNP PARIBAS",
-      " Code banque          : 30004" + std::string(25, ' ') + " Code guichet  : 00123",
-      " Numéro de compte     : 00012345678" + std::string(19, ' ') + " Clé           : 42",
-      " Prélèvement          : OUI",
-      " "};
-  EXPECT_EQ(b.Section("ADRESSE BANCAIRE"), banque);
-}
+      " ", " Nom banque           : BNP PARIBAS",
+      " Code banque          : 30004" + S(25) + " Code guichet  : 00123",
+      " Numéro de compte     : 00012345678" + S(19) + " Clé           : 42",
+      " Prélèvement          : OUI"};
+  EXPECT_EQ(banc::Bloc(b, "ADRESSE BANCAIRE"), banque);
 
-TEST(Adresses, ExactCodesShortAddressAndRefusedDebit) {
-  banc::Banc b;
-  b.Met(
-      "ELTSFACTAIDE", "A0001",
-      Attributs({{1, "m"}, {3, "3"}, {8, "69006"}, {9, "LYON"}, {10, "0"}, {18, "99"}, {25, "1"}}));
-  b.Imprime("AIDE", {"A0001"});
-  auto f = b.Section("ADRESSE FACTURATION");
-  ASSERT_EQ(f.size(), 9u);
+  const auto f = banc::Bloc(b, "ADRESSE FACTURATION", 1);
+  ASSERT_EQ(f.size(), 8u);
   EXPECT_EQ(f[1], " Périodicité          : ");
   // The street keeps its trailing space; the block still takes three lines.
   EXPECT_EQ(std::vector<std::string>(f.begin() + 3, f.begin() + 6),
-            (std::vector<std::string>{" Adresse              : 3 ", R + "69006 LYON", " "}));
-  auto l = b.Section("ADRESSE BANCAIRE");
-  EXPECT_EQ(l.at(1), " Nom banque           : ");
-  EXPECT_EQ(l.at(4), " Prélèvement          : NON");
+            (std::vector<std::string>{" Adresse              : 3 ", S(24) + "69006 LYON", " "}));
+  const auto l = banc::Bloc(b, "ADRESSE BANCAIRE", 1);
+  ASSERT_EQ(l.size(), 5u);
+  EXPECT_EQ(l[1], " Nom banque           : ");
+  EXPECT_EQ(l[4], " Prélèvement          : NON");
 }
 
 TEST(Adresses, OtherDossierTypesUseTheirOwnBankRecordWithoutDebitLine) {
@@ -85,8 +56,8 @@ TEST(Adresses, OtherDossierTypesUseTheirOwnBankRecordWithoutDebitLine) {
     b.Imprime(type, {"S0001"});
     const std::vector<std::string> attendu = {
         " ", " Nom banque           : LA BANQUE POSTALE",
-        " Code banque          : 20041" + std::string(25, ' ') + " Code guichet  : 01005",
-        " Numéro de compte     : 0512345K020" + std::string(19, ' ') + " Clé           : 88", " "};
-    EXPECT_EQ(b.Section("ADRESSE BANCAIRE"), attendu) << type;
+        " Code banque          : 20041" + S(25) + " Code guichet  : 01005",
+        " Numéro de compte     : 0512345K020" + S(19) + " Clé           : 88"};
+    EXPECT_EQ(banc::Bloc(b, "ADRESSE BANCAIRE"), attendu) << type;
   }
 }

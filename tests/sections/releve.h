@@ -1,0 +1,133 @@
+// What the section tests read back from a print run (a section's lines, the
+// frame under a column header, the incidents of some sections) and the
+// records they write by attribute number.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <sstream>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "marbrel/outils.h"
+#include "marbrel/tabdyn.h"
+#include "printing/recording.h"
+#include "tests/support/banc.h"
+
+namespace banc {
+
+inline std::string S(size_t n) { return std::string(n, ' '); }
+
+// The attributes given by number ("4=DURAND|12=1"), the others empty; within
+// a value "]" separates values.
+inline marbrel::TabDyn Fiche(const std::string& attributs) {
+  marbrel::TabDyn r;
+  std::istringstream s(attributs);
+  for (std::string a; std::getline(s, a, '|');) {
+    const size_t egal = a.find('=');
+    r.Remplace(std::stol(a.substr(0, egal)), Rec({a.substr(egal + 1)}).Extrait(1));
+  }
+  return r;
+}
+
+// The internal day number of a displayed date, as the records store it.
+inline std::string Jour(const std::string& date) {
+  return marbrel::Outils::Instance().Date_Interne(date);
+}
+
+inline const printing::ElementTexte* Texte(const printing::Element& e) {
+  return std::get_if<printing::ElementTexte>(&e);
+}
+
+// The lines of the rang-th section titled `titre` (from 0) up to the next
+// title or the end of its page, without the blank line that a next title on
+// the same page prints before itself.
+inline std::vector<std::string> Bloc(const Banc& b, const std::string& titre, int rang = 0) {
+  std::vector<std::string> l;
+  bool dedans = false;
+  for (const auto& page : b.Enregistrement().pages) {
+    double y = -1;
+    for (const auto& e : page.elements) {
+      const auto* t = Texte(e);
+      if (!t) continue;
+      if (t->police.taille == 16) {
+        if (dedans) {
+          if (!l.empty() && l.back() == " ") l.pop_back();
+          return l;
+        }
+        dedans = t->texte == titre && rang-- == 0;
+      } else if (dedans) {
+        if (t->y == y && !l.empty()) {
+          l.back() += t->texte;
+        } else {
+          l.push_back(t->texte);
+        }
+        y = t->y;
+      }
+    }
+    if (dedans) return l;
+  }
+  return l;
+}
+
+// The page (from 0) that holds a title, -1 without it.
+inline long Page(const Banc& b, const std::string& titre) {
+  const auto& pages = b.Enregistrement().pages;
+  for (size_t p = 0; p < pages.size(); ++p) {
+    for (const auto& e : pages[p].elements) {
+      const auto* t = Texte(e);
+      if (t && t->police.taille == 16 && t->texte == titre) return static_cast<long>(p);
+    }
+  }
+  return -1;
+}
+
+// The frame whose top rule lies on the line of the rang-th text `entete`, as
+// "<height in 11-point lines> lignes, <left>-<right> cm: <inner verticals>",
+// positions in cm; "" when there is no such text or frame.
+inline std::string Cadre(const Banc& b, const std::string& entete, int rang = 0) {
+  auto arrondi = [](double x, double pas) { return std::round(x / pas) * pas; };
+  for (const auto& page : b.Enregistrement().pages) {
+    const printing::ElementTexte* ligne = nullptr;
+    for (const auto& e : page.elements) {
+      if (Texte(e) && Texte(e)->texte == entete && rang-- == 0) ligne = Texte(e);
+    }
+    if (!ligne) continue;
+    double bas = ligne->y, gauche = 1e9, droite = -1;
+    std::vector<double> verticales;
+    for (const auto& e : page.elements) {
+      const auto* t = std::get_if<printing::ElementTrait>(&e);
+      if (!t || std::abs(std::min(t->y1, t->y2) - ligne->y) > 0.01) continue;
+      bas = std::max({bas, t->y1, t->y2});
+      gauche = std::min({gauche, t->x1, t->x2});
+      droite = std::max({droite, t->x1, t->x2});
+      if (t->x1 == t->x2) verticales.push_back(t->x1);
+    }
+    if (droite < 0) return "";
+    std::sort(verticales.begin(), verticales.end());
+    std::ostringstream s;
+    s << arrondi((bas - ligne->y) / (0.417 * 567), 0.001) << " lignes, "
+      << arrondi(gauche / 567, 0.01) << "-" << arrondi(droite / 567, 0.01) << " cm:";
+    for (double x : verticales) {
+      if (x != gauche && x != droite) s << " " << arrondi(x / 567, 0.01);
+    }
+    return s.str();
+  }
+  return "";
+}
+
+// The incidents of the sections whose procedure name starts with one of
+// `sections` (the other sections of a dossier may have their own).
+inline std::vector<Incident> Incidents(Banc& b, std::initializer_list<std::string> sections) {
+  std::vector<Incident> miens;
+  for (const Incident& i : b.Controle().Incidents()) {
+    for (const auto& s : sections) {
+      if (i.section.rfind(s, 0) == 0) miens.push_back(i);
+    }
+  }
+  return miens;
+}
+
+}  // namespace banc
