@@ -3,21 +3,13 @@
 // observations under the names.
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 #include "marbrel/texte.h"
-#include "tests/sections/cadre_sous.h"
-#include "tests/support/banc.h"
-#include "tests/support/section_seule.h"
+#include "tests/sections/releve.h"
 
-using banc::Banc;
 using banc::Rec;
-using banc::Section_Seule;
+using banc::S;
 
 namespace {
-
-const std::string CRLF = "\r\n";
 
 std::string Rangee(const std::string& type, const std::string& nom, const std::string& telephone,
                    const std::string& adresse) {
@@ -26,69 +18,35 @@ std::string Rangee(const std::string& type, const std::string& nom, const std::s
 }
 const std::string ENTETE = Rangee("Type", "Nom", "Téléphone", "Adresse ou ville");
 
-void Base(Banc& b) {
-  b.Met("CIVILAIDE", "A0001", Rec({"", "DURAND", "Marie"}));
-  b.Met("TABLES", "AUTRINTERVENANT",
-        Rec({"Intervenants", "INF]KINE", "Infirmier(ère)]Kinésithérapeute à domicile"}));
-}
-
 }  // namespace
 
 TEST(IntervenantsExterieurs, ColumnsCutsFillerRowsAndObservations) {
-  Banc b;
-  Base(b);
+  banc::Banc b;
+  b.Met("TABLES", "AUTRINTERVENANT",
+        Rec({"Intervenants", "INF]KINE", "Infirmier(ère)]Kinésithérapeute à domicile"}));
   b.Met("INTERVENANTEXT", "A0001",
         Rec({"INF]KINE]INF", "Cabinet infirmier Weppes-Lys]M. LEFEBVRE]",
              "03 20 11 22 33]+33 6 11 22 33 44]", "Rue de Lille, Haubourdin]LOOS]",
-             "Passe matin et soir." + CRLF +
-                 "Prévenir la fille de Mme DURAND en cas d'absence au rendez-vous du jeudi.]]"
-                 "Remplacement l'été"}));
-  b.Imprime("AIDE", {"A0001"});
-
+             "Passe matin et soir.\r\nPrévenir la fille de Mme DURAND en cas d'absence au "
+             "rendez-vous du jeudi.]]Remplacement l'été"}));
+  b.Imprime("AIDE", {"A0001", "A0002"});
   std::vector<std::string> attendu = {
-      " ",
-      ENTETE,
+      " ", ENTETE,
       Rangee("Infirmier(ère)", "Cabinet infirmier Wepp", "03 20 11 22 33", "Rue de Lille, Haub"),
       Rangee("Kinésithérapeute", "M. LEFEBVRE", "+33 6 11 22 33", "LOOS"),
-      Rangee("Infirmier(ère)", "", "", ""),
-      "",
-      "",
-      "",
-      "",
-      "",  // the table keeps eight rows
-      " ",
-      " Observations :",
-      " ",
-      "  Cabinet infirmier Wepp : Passe matin et soir.",
-      std::string(27, ' ') + "Prévenir la fille de Mme DURAND en cas d'absence",
-      std::string(27, ' ') + "au rendez-vous du jeudi.",
+      Rangee("Infirmier(ère)", "", "", ""), "", "", "", "", "",  // the table keeps eight rows
+      " ", " Observations :", " ", "  Cabinet infirmier Wepp : Passe matin et soir.",
+      S(27) + "Prévenir la fille de Mme DURAND en cas d'absence",
+      S(27) + "au rendez-vous du jeudi.",
       // Without a name, a professional is known by its type.
-      "  Infirmier(ère)         : Remplacement l'été",
-  };
-  EXPECT_EQ(Section_Seule(b, "INTERVENANTS EXTERIEURS"), attendu);
+      "  Infirmier(ère)         : Remplacement l'été"};
+  EXPECT_EQ(banc::Bloc(b, "INTERVENANTS EXTERIEURS"), attendu);
   EXPECT_TRUE(b.Controle().Incidents().empty());
-
-  // The frame: header and eight rows, from the left margin, each separator
-  // between the two spaces that part two columns.
-  const auto cadre = banc::Cadre_Sous(b.Enregistrement(), ENTETE);
-  ASSERT_TRUE(cadre);
-  EXPECT_NEAR(cadre->Lignes(), 9, 1e-3);
-  EXPECT_NEAR(cadre->gauche, banc::Cm(0.3), 0.01);
-  const double caractere = 132;  // twips of one 11-point character
-  ASSERT_EQ(cadre->separateurs.size(), 3u);
-  for (long fin : {18L, 42L, 58L}) {  // the first space after each column
-    const double x = cadre->separateurs[fin == 18 ? 0 : fin == 42 ? 1 : 2];
-    EXPECT_GT(x, fin * caractere) << fin;
-    EXPECT_LT(x, (fin + 2) * caractere) << fin;
-  }
-  EXPECT_GT(cadre->droite, 78 * caractere);
-}
-
-TEST(IntervenantsExterieurs, NoneGivesEightEmptyRowsAndNoObservations) {
-  Banc b;
-  Base(b);
-  b.Imprime("AIDE", {"A0001"});
-  std::vector<std::string> attendu = {" ", ENTETE};
+  // Header and eight rows from the left margin; each separator lies in the
+  // two spaces that part two columns (characters 18, 42 and 58 of 0.233 cm).
+  EXPECT_EQ(banc::Cadre(b, ENTETE), "9 lignes, 0.3-18.4 cm: 4.4 10 13.7");
+  // None: eight empty rows and no observations.
   attendu.resize(10, "");
-  EXPECT_EQ(Section_Seule(b, "INTERVENANTS EXTERIEURS"), attendu);
+  for (size_t i = 2; i < attendu.size(); ++i) attendu[i] = "";
+  EXPECT_EQ(banc::Bloc(b, "INTERVENANTS EXTERIEURS", 1), attendu);
 }
