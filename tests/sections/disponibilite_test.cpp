@@ -3,14 +3,12 @@
 // how a row is laid out, and what a malformed key does.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "printing/recording.h"
-#include "sections/aidant/indisponibilite.h"
-#include "tests/support/banc.h"
+#include "tests/sections/releve.h"
 
 using banc::Banc;
+using banc::Bloc;
 using banc::Rec;
+using banc::S;
 
 namespace {
 
@@ -19,107 +17,52 @@ const std::string kEnteteAide =
     "         Jour      Date debut Date fin    De    A    Freq  Observations        ";
 const std::string kEnteteAidant =
     "         Jour      Date debut Date fin    De    A    Freq  Observations         Empl.";
-
-// The incidents of the two sections printed here (other sections of a
-// dossier may have their own).
-std::vector<Incident> Incidents(Banc& b) {
-  std::vector<Incident> miens;
-  for (const Incident& i : b.Controle().Incidents()) {
-    if (i.section.rfind("Dispo", 0) == 0 || i.section.rfind("Indispo", 0) == 0) miens.push_back(i);
-  }
-  return miens;
-}
-
-std::string S(long n) { return std::string(static_cast<size_t>(n), ' '); }
+const std::string kCadreAide = "16 lignes, 2-19.8 cm: 4.3 6.8 9.4 10.8 12.2 13.3";
 
 // The start day of an unavailability is read from its key by the dictionary.
 void Dictionnaires(Banc& b) {
   for (const char* f : {"TPSAIDEINDISPO", "TPSAIDANTINDISPO"}) {
-    // Built by hand: in Rec a "]" separates values.
     marbrel::TabDyn item = Rec({"I", "", "", "Début", "5R", "S"});
-    item.Remplace(2, "@ID[6,5]");
+    item.Remplace(2, "@ID[6,5]");  // set apart: in Rec a "]" separates values
     b.MetDict(f, "DateDebIndispo", item);
   }
 }
 
-// The vertical rules drawn after the header `entete`, their extent, and the
-// header's position.
-struct Cadre {
-  double y = -1, haut = 1e9, bas = 0;
-  std::vector<double> x;
-};
-Cadre CadreApres(const Banc& b, const std::string& entete) {
-  Cadre c;
-  bool traits = false;
-  for (const auto& page : b.Enregistrement().pages) {
-    if (traits) break;
-    for (const auto& e : page.elements) {
-      if (const auto* t = std::get_if<printing::ElementTexte>(&e)) {
-        if (c.y < 0 && t->texte == entete) c.y = t->y;
-        // The next title ends the table, framed or not.
-        if (traits || (c.y >= 0 && t->police.taille == 16)) break;
-      } else if (c.y >= 0) {
-        const auto& l = std::get<printing::ElementTrait>(e);
-        traits = true;
-        c.haut = std::min({c.haut, l.y1, l.y2});
-        c.bas = std::max({c.bas, l.y1, l.y2});
-        if (l.x1 == l.x2) c.x.push_back(l.x1 / 567);
-      }
-    }
-  }
-  std::sort(c.x.begin(), c.x.end());
-  return c;
-}
-
 }  // namespace
 
-TEST(Dispo, HoursWeekendNightAndPeriodInPieces) {
+TEST(Dispo, HoursWeekendNightPeriodAndAbsentRecords) {
   Banc b;
   b.Met("TPSAIDANTDISPO", "S0001", Rec({"3550", "", "", "", "", "N", "O", ""}));
   b.Met("FORMEXPAIDANT", "S0001",
         Rec({"", "", "", "", "", "", "", "", "", "", "", "20486", "20820"}));
-  b.Imprime("AIDANT", {"S0001"});
-  auto l = b.Section("DISPONIBILITES");
+  b.Met("TPSAIDANTDISPO", "S0003", Rec({"", "", "", "", "", "O", "N", "X"}));
+  b.Imprime("AIDANT", {"S0001", "S0002", "S0003"});
+  const std::string samedi = " Samedi          : ";
+  auto l = Bloc(b, "DISPONIBILITES");
   ASSERT_GE(l.size(), 4u);
   EXPECT_EQ(l[1], " Nombre d'heures :   35.50");
-  EXPECT_EQ(l[2], " Samedi          : OUI" + S(10) + "Dimanche  : " + S(13) + "Nuit : NON");
+  EXPECT_EQ(l[2], samedi + "OUI" + S(10) + "Dimanche  : " + S(13) + "Nuit : NON");
   EXPECT_EQ(l[3], " Début dispo     : 01/02/2024   Fin dispo : 31/12/2024");
   // The line is printed in pieces; the pieces start where the text says.
   std::vector<std::string> morceaux;
-  for (const auto& page : b.Enregistrement().pages)
-    for (const auto& e : page.elements)
-      if (const auto* t = std::get_if<printing::ElementTexte>(&e)) {
-        if (t->texte == " Samedi          : " || !morceaux.empty()) morceaux.push_back(t->texte);
-        if (morceaux.size() == 6) break;
+  for (const auto& page : b.Enregistrement().pages) {
+    for (const auto& e : page.elements) {
+      const auto* t = banc::Texte(e);
+      if (t && (t->texte == samedi || !morceaux.empty()) && morceaux.size() < 6) {
+        morceaux.push_back(t->texte);
       }
-  const std::vector<std::string> attendu = {
-      " Samedi          : ", "OUI" + S(10), "Dimanche  : ", S(13), "Nuit : ", "NON"};
-  EXPECT_EQ(morceaux, attendu);
-}
-
-TEST(Dispo, AbsentRecordsPrintBlankValues) {
-  Banc b;
-  b.Met("TPSAIDANTDISPO", "S0002", Rec({"", "", "", "", "", "O", "N", "X"}));
-  b.Imprime("AIDANT", {"S0001", "S0002"});
-  auto l = b.Section("DISPONIBILITES");
+    }
+  }
+  EXPECT_EQ(morceaux, (std::vector<std::string>{samedi, "OUI" + S(10), "Dimanche  : ", S(13),
+                                                "Nuit : ", "NON"}));
+  // Without records every value is blank; only "O" and "N" are words.
+  l = Bloc(b, "DISPONIBILITES", 1);
   ASSERT_GE(l.size(), 4u);
   EXPECT_EQ(l[1], " Nombre d'heures : ");
-  EXPECT_EQ(l[2], " Samedi          : " + S(13) + "Dimanche  : " + S(13) + "Nuit : ");
+  EXPECT_EQ(l[2], samedi + S(13) + "Dimanche  : " + S(13) + "Nuit : ");
   EXPECT_EQ(l[3], " Début dispo     : " + S(13) + "Fin dispo : ");
-  auto lignes = b.Lignes();
-  auto deuxieme = std::find(lignes.begin(), lignes.end(), "S0002  ");
-  ASSERT_NE(deuxieme, lignes.end());
-  auto samedi = std::find_if(deuxieme, lignes.end(),
-                             [](const std::string& s) { return s.rfind(" Samedi", 0) == 0; });
-  ASSERT_NE(samedi, lignes.end());
-  EXPECT_EQ(*samedi, " Samedi          : NON" + S(10) + "Dimanche  : " + S(13) + "Nuit : OUI");
-}
-
-TEST(Indispo, SentenceIsAssembledAsTheDatabaseExpectsIt) {
-  EXPECT_EQ(aidant::Phrase_Indispo("TPSAIDEINDISPO", "A0001", 20529),
-            "SSELECT TPSAIDEINDISPO AVEC 0 = \"A0001]\" AND AVEC DateDebIndispo <= \"20529\" AND "
-            "AVEC 1 >= \"20529\" OR = \"\" OR AVEC 0 = \"A0001]\" AND AVEC DateDebIndispo > "
-            "\"20529\"");
+  EXPECT_EQ(Bloc(b, "DISPONIBILITES", 2).at(2),
+            samedi + "NON" + S(10) + "Dimanche  : " + S(13) + "Nuit : OUI");
 }
 
 TEST(Indispo, CareRecipientRowsAroundTheRunDateAndOnlyTheirOwn) {
@@ -139,8 +82,8 @@ TEST(Indispo, CareRecipientRowsAroundTheRunDateAndOnlyTheirOwn) {
   b.Met(f, "B00022053070900", Rec({"", "1000", "1", "AUTRE PERSONNE"}));
   b.Imprime("AIDE", {"A0001"});
 
-  auto l = b.Section("INDISPONIBILITES");
-  ASSERT_EQ(l.size(), 19u);
+  auto l = Bloc(b, "INDISPONIBILITES");
+  ASSERT_EQ(l.size(), 18u);
   EXPECT_EQ(l[1], kEnteteAide);
   const std::vector<std::string> lignes = {
       S(9) + "VENDREDI" + S(2) + "04/09/2023" + " " + S(11) + " 8h00 12h00 1/1 Dialyse",
@@ -151,22 +94,25 @@ TEST(Indispo, CareRecipientRowsAroundTheRunDateAndOnlyTheirOwn) {
       S(9) + S(10) + "16/03/2024 01/04/2024" + S(1) + "10h00  8h00 1/4 Vacances",
   };
   EXPECT_EQ(std::vector<std::string>(l.begin() + 2, l.begin() + 7), lignes);
-  for (size_t i = 7; i < 19; ++i) EXPECT_EQ(l[i], " ") << i;
+  EXPECT_EQ(std::vector<std::string>(l.begin() + 7, l.end()), std::vector<std::string>(11, " "));
   EXPECT_EQ(b.Texte().find("AUTRE PERSONNE"), std::string::npos);
   // The end time is padded in the result itself.
   EXPECT_EQ(b.Controle().Resultat_Selection(5, 3), "0800");
   EXPECT_EQ(b.Controle().Resultat_Selection(5, 1), "A00012053071000");
   EXPECT_EQ(b.Controle().Resultat_Selection(6), "");
 
-  // The other person sees their own two rows only.
-  b.Imprime("AIDE", {"B0002"});
-  auto m = b.Section("INDISPONIBILITES");
-  ASSERT_EQ(m.size(), 19u);
-  EXPECT_EQ(m[2], S(9) + "VENDREDI" + S(2) + "04/09/2023" + " " + S(11) +
+  // The other person sees their own two rows only; an empty key, none.
+  b.Imprime("AIDE", {"B0002", ""});
+  l = Bloc(b, "INDISPONIBILITES");
+  ASSERT_EQ(l.size(), 18u);
+  EXPECT_EQ(l[2], S(9) + "VENDREDI" + S(2) + "04/09/2023" + " " + S(11) +
                       " 8h00 18h00 1/1 AUTRE PERSONNE");
-  EXPECT_EQ(m[3], S(9) + S(10) + "16/03/2024" + " " + S(11) + " 9h00 10h00 1/1 AUTRE PERSONNE");
-  EXPECT_EQ(m[4], " ");
-  EXPECT_TRUE(Incidents(b).empty());
+  EXPECT_EQ(l[3], S(9) + S(10) + "16/03/2024" + " " + S(11) + " 9h00 10h00 1/1 AUTRE PERSONNE");
+  EXPECT_EQ(l[4], " ");
+  l = Bloc(b, "INDISPONIBILITES", 1);
+  EXPECT_EQ(std::vector<std::string>(l.begin() + 2, l.end()), std::vector<std::string>(16, " "));
+  EXPECT_EQ(banc::Cadre(b, kEnteteAide, 1), kCadreAide);
+  EXPECT_TRUE(banc::Incidents(b, {"Indispo"}).empty());
 }
 
 TEST(Indispo, FifteenRowsAtMostInASixteenLineFrame) {
@@ -177,19 +123,12 @@ TEST(Indispo, FifteenRowsAtMostInASixteenLineFrame) {
     b.Met("TPSAIDEINDISPO", "A0001" + jour + "10900", Rec({"", "1000", "1", "n° " + jour}));
   }
   b.Imprime("AIDE", {"A0001"});
-  auto l = b.Section("INDISPONIBILITES");
-  ASSERT_EQ(l.size(), 19u);
+  auto l = Bloc(b, "INDISPONIBILITES");
+  ASSERT_EQ(l.size(), 18u);
   EXPECT_NE(l[16].find("n° 20544"), std::string::npos);
   EXPECT_EQ(l[17], " ");
   EXPECT_EQ(b.Texte().find("n° 20545"), std::string::npos);
-
-  Cadre c = CadreApres(b, kEnteteAide);
-  ASSERT_GE(c.y, 0);
-  EXPECT_NEAR(c.haut, c.y, 0.5);
-  EXPECT_NEAR(c.bas, c.y + 16 * 0.417 * 567, 0.5);
-  const std::vector<double> x = {2, 4.3, 6.8, 9.4, 10.8, 12.2, 13.3, 19.8};
-  ASSERT_EQ(c.x.size(), x.size());
-  for (size_t i = 0; i < x.size(); ++i) EXPECT_NEAR(c.x[i], x[i], 0.001) << i;
+  EXPECT_EQ(banc::Cadre(b, kEnteteAide), kCadreAide);
 }
 
 TEST(Indispo, CarerRowsCarryTheEmployerColumn) {
@@ -201,8 +140,8 @@ TEST(Indispo, CarerRowsCarryTheEmployerColumn) {
   b.Met(f, "S00012053051400", Rec({"", "1800", "2", "Vingt et un caractère", ""}));
   b.Met(f, "T00092033640800", Rec({"", "1800", "1", "AUTRE AIDANT", "O"}));
   b.Imprime("AIDANT", {"S0001"});
-  auto l = b.Section("DISPONIBILITES");
-  ASSERT_EQ(l.size(), 24u);
+  auto l = Bloc(b, "DISPONIBILITES");
+  ASSERT_EQ(l.size(), 23u);
   EXPECT_EQ(l[4], " Indisponibilités personnelles");
   EXPECT_EQ(l[5], " ");
   EXPECT_EQ(l[6], kEnteteAidant);
@@ -215,13 +154,7 @@ TEST(Indispo, CarerRowsCarryTheEmployerColumn) {
                       "14h00 18h00 1/2 Vingt et un caractère" + S(2) + "NON");
   EXPECT_EQ(l[10], " ");
   EXPECT_EQ(b.Texte().find("AUTRE AIDANT"), std::string::npos);
-
-  Cadre c = CadreApres(b, kEnteteAidant);
-  ASSERT_GE(c.y, 0);
-  EXPECT_NEAR(c.bas, c.y + 16 * 0.417 * 567, 0.5);
-  const std::vector<double> x = {2, 4.3, 6.8, 9.4, 10.8, 12.2, 13.3, 18.4, 19.8};
-  ASSERT_EQ(c.x.size(), x.size());
-  for (size_t i = 0; i < x.size(); ++i) EXPECT_NEAR(c.x[i], x[i], 0.001) << i;
+  EXPECT_EQ(banc::Cadre(b, kEnteteAidant), "16 lignes, 2-19.8 cm: 4.3 6.8 9.4 10.8 12.2 13.3 18.4");
 }
 
 TEST(Indispo, ShortKeyEndsTheSectionAndNamesTheRow) {
@@ -231,29 +164,16 @@ TEST(Indispo, ShortKeyEndsTheSectionAndNamesTheRow) {
   b.Met("TPSAIDEINDISPO", "A0001205300", Rec({"", "1000", "1", "Clé trop courte"}));
   b.Met("TPSAIDEINDISPO", "A00012053109000", Rec({"", "1000", "1", "Après"}));
   b.Imprime("AIDE", {"A0001"});
-  auto l = b.Section("INDISPONIBILITES");
+  auto l = Bloc(b, "INDISPONIBILITES");
   // The rows before the faulty one are printed; no further row, no frame.
-  ASSERT_EQ(l.size(), 4u);
+  ASSERT_EQ(l.size(), 3u);
   EXPECT_EQ(l[1], kEnteteAide);
   EXPECT_NE(l[2].find("Avant"), std::string::npos);
-  EXPECT_EQ(CadreApres(b, kEnteteAide).x.size(), 0u);
-  const auto incidents = Incidents(b);
+  EXPECT_EQ(banc::Cadre(b, kEnteteAide), "");
+  const auto incidents = banc::Incidents(b, {"Indispo"});
   ASSERT_EQ(incidents.size(), 1u);
   EXPECT_EQ(incidents[0].cle, "A0001");
   EXPECT_NE(incidents[0].message.find("« A0001205300 »"), std::string::npos);
   // The dossier goes on with the next section.
-  EXPECT_FALSE(b.Section("HABITAT").empty());
-}
-
-TEST(Indispo, EmptyKeyPrintsABlankFrame) {
-  Banc b;
-  Dictionnaires(b);
-  b.Met("TPSAIDEINDISPO", "A00012033640800", Rec({"", "1200", "1", "Dialyse"}));
-  b.Imprime("AIDE", {""});
-  auto l = b.Section("INDISPONIBILITES");
-  ASSERT_EQ(l.size(), 19u);
-  EXPECT_EQ(l[1], kEnteteAide);
-  for (size_t i = 2; i < 19; ++i) EXPECT_EQ(l[i], " ") << i;
-  EXPECT_EQ(CadreApres(b, kEnteteAide).x.size(), 8u);
-  EXPECT_TRUE(Incidents(b).empty());
+  EXPECT_FALSE(Bloc(b, "HABITAT").empty());
 }
