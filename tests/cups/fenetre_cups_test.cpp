@@ -2,10 +2,8 @@
 // chooses the queue and the paper, and one job reaches the queue.
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QPrintDialog>
 #include <QTimer>
-#include <fstream>
 
 #include "app/gui/choix_imprimante.h"
 #include "app/gui/fenetre_hote.h"
@@ -15,22 +13,14 @@
 
 namespace {
 
-QApplication& Application() {
-  static int argc = 1;
-  static char nom[] = "test_cups";
-  static char* argv[] = {nom, nullptr};
-  static QApplication* application = new QApplication(argc, argv);
-  return *application;
-}
-
 class FenetreCups : public ::testing::Test {
  protected:
   void SetUp() override {
     std::string raison;
     serveur = essai_cups::ServeurCups::Instance(&raison);
-    if (serveur == nullptr) GTEST_SKIP() << "pas de serveur d'impression privé : " << raison;
+    ASSERT_NE(serveur, nullptr) << "pas de serveur d'impression privé : " << raison;
     ASSERT_FALSE(essai_demo::Base().empty());
-    Application();
+    essai::Application();
   }
   essai_cups::ServeurCups* serveur = nullptr;
 };
@@ -42,10 +32,10 @@ TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog)
   fenetre.Selectionne({"A0001", "A0002"});
   fenetre.show();
   // The user accepts the print dialog as it opens: the default queue, A4.
+  // The print dialog only: a slow run also shows its progress dialog.
   int dialogues = 0;
   QTimer accepte;
   QObject::connect(&accepte, &QTimer::timeout, [&] {
-    // The print dialog only: a slow run also shows its progress dialog.
     if (auto* d = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget())) {
       ++dialogues;
       d->accept();
@@ -64,19 +54,18 @@ TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog)
 
   const essai_cups::Capture job = serveur->AttendCapture("CAPTURE", numero);
   ASSERT_EQ(job.numero, numero) << serveur->Journal();
-  EXPECT_EQ(job.infos.at("title"), "DOSSIER AIDE A0001");
+  EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
   EXPECT_EQ(job.options.at("media"), "A4");
-  essai_demo::Dossier dossier;
+  const essai::Dossier dossier;
   std::ofstream(dossier / "job.pdf", std::ios::binary) << job.contenu;
-  const std::string texte = essai_cups::Lance("pdftotext '" + (dossier / "job.pdf") + "' -");
+  const std::string texte = essai::Lance("pdftotext '" + (dossier / "job.pdf") + "' -").sortie;
   EXPECT_NE(texte.find("A0001 MARTIN Jeanne"), std::string::npos);
-  EXPECT_NE(texte.find("A0002 LEFEBVRE Marcel"), std::string::npos)
-      << "les deux dossiers, un travail";
+  EXPECT_NE(texte.find("A0002 LEFEBVRE Marcel"), std::string::npos) << "deux dossiers, un travail";
 }
 
-TEST_F(FenetreCups, TheDialogsQueueIsFoundInTheControlsListAndAnUnlistedOneIsNamed) {
-  const auto reglages = std::make_shared<printing::cups::ReglagesEnvoi>();
-  const std::vector<printing::Destination> liste = printing::cups::Destinations(reglages);
+TEST_F(FenetreCups, TheDialogsChoiceIsFoundInTheControlsListAndAnUnlistedQueueIsNamed) {
+  const std::vector<printing::Destination> liste =
+      printing::cups::Destinations(std::make_shared<printing::cups::ReglagesEnvoi>());
   std::vector<std::string> noms;
   for (const auto& d : liste) noms.push_back(d.nom);
   // The default queue first, then the others, then the built-in "PDF".
@@ -91,7 +80,6 @@ TEST_F(FenetreCups, TheDialogsQueueIsFoundInTheControlsListAndAnUnlistedOneIsNam
   EXPECT_EQ(choix.papier, 8);
   EXPECT_EQ(choix.copies, 2);
   EXPECT_EQ(choix.pdf, "");
-
   // Qt's "print to file" is the built-in "PDF" printer, writing that file.
   QPrinter fichier(QPrinter::HighResolution);
   fichier.setOutputFormat(QPrinter::PdfFormat);

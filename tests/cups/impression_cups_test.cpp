@@ -3,11 +3,6 @@
 // print, the fallback PDF and the wait for the job's end.
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
-#include <filesystem>
-#include <fstream>
-#include <regex>
-
 #include "printing/cups.h"
 #include "printing/printer.h"
 #include "tests/cups/magasin_demo.h"
@@ -15,48 +10,36 @@
 
 namespace {
 
-namespace fs = std::filesystem;
-
-// QPdfWriter, used for the drawing of a job, needs an application.
-void Application() {
-  static int argc = 1;
-  static char nom[] = "test_cups";
-  static char* argv[] = {nom, nullptr};
-  static QGuiApplication* application =
-      QGuiApplication::instance() != nullptr ? nullptr : new QGuiApplication(argc, argv);
-  (void)application;
-}
-using essai_cups::Capture;
-using essai_cups::Lance;
-using essai_cups::ServeurCups;
-using essai_demo::Resultat;
-using essai_demo::Vesko;
+using essai::Lance;
+using essai::Resultat;
 
 class ImpressionCups : public ::testing::Test {
  protected:
   void SetUp() override {
     std::string raison;
-    serveur = ServeurCups::Instance(&raison);
-    if (serveur == nullptr) GTEST_SKIP() << "pas de serveur d'impression privé : " << raison;
+    serveur = essai_cups::ServeurCups::Instance(&raison);
+    ASSERT_NE(serveur, nullptr) << "pas de serveur d'impression privé : " << raison;
     ASSERT_FALSE(essai_demo::Base().empty()) << "la base de démonstration n'a pas pu être créée";
   }
-
   // `vesko print` of the care recipient A0001 on 15/03/2024 with more options.
   static Resultat Imprime(const std::string& options) {
-    return Vesko("print --db '" + essai_demo::Base() + "' --type AIDE --date 2024-03-15 " +
-                 options + " A0001");
+    return essai::Vesko("print --db '" + essai_demo::Base() + "' --type AIDE --date 2024-03-15 " +
+                        options + " A0001");
   }
-
-  // The job id `vesko print` reported: "Travail CAPTURE-12 envoyé…".
+  // The job id `vesko print` reported: "Travail CAPTURE-12 envoyé…"; 0 if none.
   static int Numero(const Resultat& r, const std::string& file) {
     std::smatch m;
-    if (!std::regex_search(r.sortie, m, std::regex("^Travail " + file + "-([0-9]+) envoyé"))) {
-      return 0;
-    }
-    return std::stoi(m[1]);
+    const std::regex envoi("^Travail " + file + "-([0-9]+) envoyé");
+    return std::regex_search(r.sortie, m, envoi) ? std::stoi(m[1]) : 0;
+  }
+  // The captured job's PDF, for pdftotext and pdfinfo.
+  std::string Pdf(const essai_cups::Capture& job) {
+    std::ofstream(dossier / "travail.pdf", std::ios::binary) << job.contenu;
+    return "'" + (dossier / "travail.pdf") + "'";
   }
 
-  ServeurCups* serveur = nullptr;
+  essai_cups::ServeurCups* serveur = nullptr;
+  essai::Dossier dossier;
 };
 
 TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleA4AndTheDossierText) {
@@ -69,26 +52,21 @@ TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleA4AndTheDossierText) {
   EXPECT_EQ(r.sortie, "Travail CAPTURE-" + std::to_string(numero) +
                           " envoyé à l'imprimante « CAPTURE » (DOSSIER AIDE A0001).\n");
 
-  const Capture job = serveur->AttendCapture("CAPTURE", numero);
+  const essai_cups::Capture job = serveur->AttendCapture("CAPTURE", numero);
   ASSERT_EQ(job.numero, numero) << serveur->Journal();
   EXPECT_EQ(serveur->Captures("CAPTURE").size(), avant + 1) << "un seul travail par impression";
-  EXPECT_EQ(job.infos.at("title"), "DOSSIER AIDE A0001");
-  EXPECT_EQ(job.infos.at("copies"), "1");
+  EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
+  EXPECT_EQ(job.copies, "1");
   EXPECT_EQ(job.options.at("media"), "A4");
   ASSERT_EQ(job.contenu.substr(0, 5), "%PDF-");
+  EXPECT_NE(Lance("pdfinfo " + Pdf(job)).sortie.find("(A4)"), std::string::npos);
 
-  essai_demo::Dossier dossier;
-  const std::string pdf = dossier / "travail.pdf";
-  std::ofstream(pdf, std::ios::binary) << job.contenu;
-  int statut = -1;
-  const std::string texte = Lance("pdftotext -layout '" + pdf + "' -", &statut);
-  ASSERT_EQ(statut, 0) << "pdftotext (poppler-utils) est nécessaire";
-  const Resultat reference = Imprime("--text '" + (dossier / "dossier.txt") + "'");
-  ASSERT_EQ(reference.statut, 0) << reference.erreurs;
-  const auto attendu = essai_demo::LignesDeMots(essai_cups::Lit(dossier / "dossier.txt"));
+  const Resultat texte = Lance("pdftotext -layout " + Pdf(job) + " -");
+  ASSERT_EQ(texte.statut, 0) << "pdftotext (poppler-utils) est nécessaire";
+  ASSERT_EQ(Imprime("--text '" + (dossier / "dossier.txt") + "'").statut, 0);
+  const auto attendu = essai_demo::LignesDeMots(essai::Lit(dossier / "dossier.txt"));
   EXPECT_GT(attendu.size(), 100u);
-  EXPECT_EQ(essai_demo::LignesDeMots(texte), attendu);
-  EXPECT_NE(Lance("pdfinfo '" + pdf + "'").find("(A4)"), std::string::npos);
+  EXPECT_EQ(essai_demo::LignesDeMots(texte.sortie), attendu);
 }
 
 TEST_F(ImpressionCups, CopiesAndPaperReachTheJobAndWaitSaysItCompleted) {
@@ -101,65 +79,53 @@ TEST_F(ImpressionCups, CopiesAndPaperReachTheJobAndWaitSaysItCompleted) {
             std::string::npos)
       << r.sortie;
   // --wait returned once the server said completed: the job is already kept.
-  const std::vector<Capture> captures = serveur->Captures("CAPTURE");
+  const std::vector<essai_cups::Capture> captures = serveur->Captures("CAPTURE");
   ASSERT_FALSE(captures.empty());
-  const Capture& job = captures.back();
-  ASSERT_EQ(job.numero, numero);
-  EXPECT_EQ(job.infos.at("copies"), "3");
-  EXPECT_EQ(job.options.at("media"), "A3");
-
-  essai_demo::Dossier dossier;
-  std::ofstream(dossier / "a3.pdf", std::ios::binary) << job.contenu;
-  EXPECT_NE(Lance("pdfinfo '" + (dossier / "a3.pdf") + "'").find("(A3)"), std::string::npos);
+  ASSERT_EQ(captures.back().numero, numero);
+  EXPECT_EQ(captures.back().copies, "3");
+  EXPECT_EQ(captures.back().options.at("media"), "A3");
+  EXPECT_NE(Lance("pdfinfo " + Pdf(captures.back())).sortie.find("(A3)"), std::string::npos);
 }
 
-TEST_F(ImpressionCups, QueuesThatCannotPrintAreNamedWithTheirReasonAndNothingIsSent) {
+// Each way a queue cannot print is named with its reason, nothing reaches the
+// queue, and with --fallback-pdf the document is kept in that file instead.
+TEST_F(ImpressionCups, QueuesThatCannotPrintAreNamedAndTheFallbackPdfKeepsTheDocument) {
   struct Cas {
     std::string file;
     std::string message;
+    bool serveur_arrete = false;
   };
-  const std::string serveur_adresse = serveur->Adresse();
   const Cas cas[] = {
       {"ARRETEE", "l'imprimante « ARRETEE » est arrêtée : Bourrage papier dans le bac 2."},
       {"REFUS", "l'imprimante « REFUS » refuse les travaux : Toner à remplacer."},
       {"FANTOME", "l'imprimante « FANTOME » est inconnue du serveur d'impression " +
-                      serveur_adresse + " : aucune file de ce nom."},
+                      serveur->Adresse() + " : aucune file de ce nom."},
+      {"CAPTURE",
+       "le serveur d'impression " + serveur->Adresse() +
+           " ne répond pas (connexion refusée) : impossible d'imprimer sur « CAPTURE ».",
+       true},
   };
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.file);
+    const size_t avant = serveur->Captures(c.file).size();
+    if (c.serveur_arrete) serveur->Arrete();
     const Resultat r = Imprime("--printer " + c.file);
+    const std::string secours = dossier / (c.file + ".pdf");
+    const Resultat s = Imprime("--printer " + c.file + " --fallback-pdf '" + secours + "'");
+    if (c.serveur_arrete) {
+      ASSERT_TRUE(serveur->Relance()) << serveur->Journal();
+    }
+
     EXPECT_EQ(r.statut, 1);
     EXPECT_EQ(r.erreurs, "vesko : " + c.message + "\n");
     EXPECT_EQ(r.sortie, "");
-    EXPECT_TRUE(serveur->Captures(c.file).empty());
+    EXPECT_EQ(s.statut, 0) << s.erreurs;
+    EXPECT_EQ(s.erreurs,
+              "vesko : " + c.message + " Le document est écrit dans " + secours + " à la place.\n");
+    EXPECT_NE(Lance("pdftotext -l 1 '" + secours + "' -").sortie.find("ETAT CIVIL"),
+              std::string::npos);
+    EXPECT_EQ(serveur->Captures(c.file).size(), avant);
   }
-
-  // With a fallback PDF the document is kept there, and the reason is told.
-  essai_demo::Dossier dossier;
-  const std::string secours = dossier / "secours.pdf";
-  const Resultat r = Imprime("--printer ARRETEE --fallback-pdf '" + secours + "'");
-  EXPECT_EQ(r.statut, 0) << r.erreurs;
-  EXPECT_EQ(r.erreurs,
-            "vesko : l'imprimante « ARRETEE » est arrêtée : Bourrage papier dans le "
-            "bac 2. Le document est écrit dans " +
-                secours + " à la place.\n");
-  EXPECT_NE(Lance("pdftotext -l 1 '" + secours + "' -").find("ETAT CIVIL"), std::string::npos);
-  EXPECT_TRUE(serveur->Captures("ARRETEE").empty());
-}
-
-TEST_F(ImpressionCups, AStoppedServerIsNamedAndTheFallbackStillWorks) {
-  serveur->Arrete();
-  const Resultat r = Imprime("--printer CAPTURE");
-  essai_demo::Dossier dossier;
-  const Resultat secours =
-      Imprime("--printer CAPTURE --fallback-pdf '" + (dossier / "s.pdf") + "'");
-  ASSERT_TRUE(serveur->Relance()) << serveur->Journal();
-  EXPECT_EQ(r.statut, 1);
-  EXPECT_EQ(r.erreurs, "vesko : le serveur d'impression " + serveur->Adresse() +
-                           " ne répond pas (connexion refusée) : impossible d'imprimer sur « "
-                           "CAPTURE ».\n");
-  EXPECT_EQ(secours.statut, 0) << secours.erreurs;
-  EXPECT_TRUE(fs::exists(dossier / "s.pdf"));
 }
 
 TEST_F(ImpressionCups, WaitingForAJobThePrinterFailsSaysItFailedAndWhy) {
@@ -167,17 +133,16 @@ TEST_F(ImpressionCups, WaitingForAJobThePrinterFailsSaysItFailedAndWhy) {
   const int numero = Numero(r, "PANNE");
   ASSERT_GT(numero, 0) << r.sortie << r.erreurs;
   EXPECT_EQ(r.statut, 1);
-  EXPECT_EQ(r.erreurs, "vesko : le travail PANNE-" + std::to_string(numero) +
-                           " a échoué sur l'imprimante « PANNE » : Plus de papier dans le bac "
-                           "1.\n");
+  EXPECT_EQ(r.erreurs,
+            "vesko : le travail PANNE-" + std::to_string(numero) +
+                " a échoué sur l'imprimante « PANNE » : Plus de papier dans le bac 1.\n");
 }
 
 TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbackPdf) {
   // The check before the run said yes; by the end of the document the queue
   // no longer prints: the job is not sent, the drawing is kept, and the
   // report says why.
-  Application();
-  essai_demo::Dossier dossier;
+  essai::Application();  // QPdfWriter draws the job
   auto reglages = std::make_shared<printing::cups::ReglagesEnvoi>();
   reglages->pdf_secours = dossier / "secours.pdf";
   std::vector<printing::cups::Envoi> envois;
@@ -196,7 +161,7 @@ TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbac
   EXPECT_EQ(envois[0].numero, 0);
   EXPECT_EQ(envois[0].erreur, message);
   EXPECT_EQ(envois[0].secours, dossier / "secours.pdf");
-  EXPECT_EQ(Lance("pdftotext -raw '" + (dossier / "secours.pdf") + "' -"),
+  EXPECT_EQ(Lance("pdftotext -raw '" + (dossier / "secours.pdf") + "' -").sortie,
             "Nom patronymique : MARTIN\n\f");
   EXPECT_TRUE(serveur->Captures("ARRETEE").empty());
 }

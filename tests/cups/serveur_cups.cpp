@@ -2,71 +2,42 @@
 
 #include <arpa/inet.h>
 #include <grp.h>
-#include <netinet/in.h>
 #include <pwd.h>
 #include <signal.h>
 #include <sys/prctl.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <regex>
 #include <sstream>
 #include <thread>
+
+#include "tests/app/programmes.h"
 
 namespace essai_cups {
 
 namespace fs = std::filesystem;
 
-std::string Lance(const std::string& commande, int* statut) {
-  std::string sortie;
-  FILE* flux = popen(commande.c_str(), "r");
-  if (flux == nullptr) {
-    if (statut) *statut = -1;
-    return sortie;
-  }
-  char tampon[4096];
-  size_t lus;
-  while ((lus = fread(tampon, 1, sizeof tampon, flux)) > 0) sortie.append(tampon, lus);
-  const int fin = pclose(flux);
-  if (statut) *statut = WIFEXITED(fin) ? WEXITSTATUS(fin) : -1;
-  return sortie;
-}
-
-std::string Lit(const std::string& chemin) {
-  std::ifstream flux(chemin, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(flux), {});
-}
-
 namespace {
 
-void Ecrit(const std::string& chemin, const std::string& contenu, fs::perms droits) {
+void Ecrit(const std::string& chemin, const std::string& contenu, bool executable = false) {
   std::ofstream(chemin, std::ios::binary) << contenu;
-  fs::permissions(chemin, droits);
+  fs::permissions(chemin, executable ? fs::perms(0755) : fs::perms(0644));
 }
-
-constexpr fs::perms kLisible =
-    fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read | fs::perms::others_read;
-constexpr fs::perms kExecutable =
-    kLisible | fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
 
 // The capture backend. Without arguments it describes itself (device
 // discovery); with them it is a job: $1 id, $2 user, $3 title, $4 copies,
 // $5 options, $6 the file (or standard input). It keeps the bytes and the
-// options side by side in the folder of its device URI, and renames the job
+// rest side by side in the folder of its device URI, and renames the job
 // last so that a job file that exists is complete.
 constexpr const char* kCapture = R"(#!/bin/sh
 if [ $# -eq 0 ]; then echo 'direct capture "Unknown" "Capture des travaux"'; exit 0; fi
 d="${DEVICE_URI#capture:}"
 if [ -n "$6" ]; then cat "$6" > "$d/$1.part"; else cat > "$d/$1.part"; fi
-printf 'user=%s\ntitle=%s\ncopies=%s\noptions=%s\n' "$2" "$3" "$4" "$5" > "$d/$1.info"
+printf '%s\n%s\n%s\n' "$3" "$4" "$5" > "$d/$1.info"
 mv "$d/$1.part" "$d/$1.job"
 )";
 
@@ -78,38 +49,25 @@ echo "ERROR: Plus de papier dans le bac 1" >&2
 exit 1
 )";
 
-int PortLibre() {
-  const int s = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in adresse{};
-  adresse.sin_family = AF_INET;
-  adresse.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t taille = sizeof adresse;
-  int port = 0;
-  if (bind(s, reinterpret_cast<sockaddr*>(&adresse), sizeof adresse) == 0 &&
-      getsockname(s, reinterpret_cast<sockaddr*>(&adresse), &taille) == 0) {
-    port = ntohs(adresse.sin_port);
-  }
-  close(s);
-  return port;
-}
-
-bool Repond(int port) {
+// Binds (port 0: any free port, which is returned) or connects to a port of
+// 127.0.0.1; 0 on failure.
+int Prise(int port, bool connecte) {
   const int s = socket(AF_INET, SOCK_STREAM, 0);
   sockaddr_in adresse{};
   adresse.sin_family = AF_INET;
   adresse.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   adresse.sin_port = htons(static_cast<uint16_t>(port));
-  const bool ok = connect(s, reinterpret_cast<sockaddr*>(&adresse), sizeof adresse) == 0;
+  auto* a = reinterpret_cast<sockaddr*>(&adresse);
+  socklen_t taille = sizeof adresse;
+  const bool ok = connecte ? connect(s, a, taille) == 0
+                           : bind(s, a, taille) == 0 && getsockname(s, a, &taille) == 0;
   close(s);
-  return ok;
+  return ok ? ntohs(adresse.sin_port) : 0;
 }
 
 // The user the scheduler runs as when the tests run as root: nobody, so that
 // it never holds privileges the tests do not need.
-const passwd* UtilisateurSansDroits() {
-  if (geteuid() != 0) return nullptr;
-  return getpwnam("nobody");
-}
+const passwd* UtilisateurSansDroits() { return geteuid() == 0 ? getpwnam("nobody") : nullptr; }
 
 }  // namespace
 
@@ -130,12 +88,8 @@ bool ServeurCups::Prepare(std::string* raison) {
     return false;
   }
   char modele[] = "/tmp/vesko-cupsd-XXXXXX";
-  if (mkdtemp(modele) == nullptr) {
-    *raison = "impossible de créer un dossier temporaire";
-    return false;
-  }
-  dossier_ = modele;
-  port_ = PortLibre();
+  dossier_ = mkdtemp(modele);
+  port_ = Prise(0, false);
   adresse_ = "127.0.0.1:" + std::to_string(port_);
   const std::string& d = dossier_;
   for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend", "files"}) {
@@ -146,39 +100,37 @@ bool ServeurCups::Prepare(std::string* raison) {
     if (e.path().filename() != "backend")
       fs::create_symlink(e.path(), fs::path(d) / "bin" / e.path().filename());
   }
-  Ecrit(d + "/bin/backend/capture", kCapture, kExecutable);
-  Ecrit(d + "/bin/backend/panne", kPanne, kExecutable);
+  Ecrit(d + "/bin/backend/capture", kCapture, true);
+  Ecrit(d + "/bin/backend/panne", kPanne, true);
 
   Ecrit(d + "/cups-files.conf",
         "ServerRoot " + d + "\nServerBin " + d + "/bin\nRequestRoot " + d + "/spool\nTempDir " + d +
             "/spool/tmp\nCacheDir " + d + "/cache\nStateDir " + d + "/state\nDataDir " +
             "/usr/share/cups\nErrorLog " + d + "/log/error_log\nAccessLog " + d +
-            "/log/access_log\nPageLog " + d + "/log/page_log\nPrintcap\nFileDevice No\n",
-        kLisible);
+            "/log/access_log\nPageLog " + d + "/log/page_log\nPrintcap\nFileDevice No\n");
   Ecrit(d + "/cupsd.conf",
-        "Listen 127.0.0.1:" + std::to_string(port_) +
+        "Listen " + adresse_ +
             "\nLogLevel info\nWebInterface No\nBrowsing No\nDefaultAuthType None\n"
             "PreserveJobHistory Yes\n<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
-            "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n",
-        kLisible);
+            "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n");
   auto file = [&](const std::string& balise, const std::string& nom, const std::string& corps,
                   const std::string& appareil) {
     fs::create_directories(d + "/files/" + nom);
     return "<" + balise + " " + nom + ">\n" + corps + "DeviceURI " + appareil + "\n</" + balise +
            ">\n";
   };
-  Ecrit(
-      d + "/printers.conf",
-      file("DefaultPrinter", "CAPTURE", "State Idle\nAccepting Yes\nErrorPolicy abort-job\n",
-           "capture:" + d + "/files/CAPTURE") +
-          file("Printer", "ARRETEE",
-               "State Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\n"
-               "Accepting Yes\n",
-               "capture:" + d + "/files/ARRETEE") +
-          file("Printer", "REFUS", "State Idle\nAccepting No\nStateMessage Toner à remplacer\n",
-               "capture:" + d + "/files/REFUS") +
-          file("Printer", "PANNE", "State Idle\nAccepting Yes\nErrorPolicy abort-job\n", "panne:/"),
-      kLisible);
+  const std::string capture = "capture:" + d + "/files/";
+  Ecrit(d + "/printers.conf",
+        file("DefaultPrinter", "CAPTURE", "State Idle\nAccepting Yes\nErrorPolicy abort-job\n",
+             capture + "CAPTURE") +
+            file("Printer", "ARRETEE",
+                 "State Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\n"
+                 "Accepting Yes\n",
+                 capture + "ARRETEE") +
+            file("Printer", "REFUS", "State Idle\nAccepting No\nStateMessage Toner à remplacer\n",
+                 capture + "REFUS") +
+            file("Printer", "PANNE", "State Idle\nAccepting Yes\nErrorPolicy abort-job\n",
+                 "panne:/"));
 
   if (const passwd* sans_droits = UtilisateurSansDroits()) {
     for (const auto& e : fs::recursive_directory_iterator(d)) {
@@ -215,21 +167,12 @@ bool ServeurCups::Demarre(std::string* raison) {
           static_cast<char*>(nullptr));
     _exit(127);
   }
-  if (pid_ < 0) {
-    *raison = "fork a échoué";
-    return false;
-  }
-  for (int essai = 0; essai < 200; ++essai) {
-    if (Repond(port_)) return true;
-    int statut = 0;
-    if (waitpid(pid_, &statut, WNOHANG) == pid_) {
-      pid_ = -1;
-      *raison = "cupsd s'est arrêté au démarrage : " + Journal();
-      return false;
-    }
+  for (int essai = 0; pid_ > 0 && essai < 200; ++essai) {
+    if (Prise(port_, true) != 0) return true;
+    if (waitpid(pid_, nullptr, WNOHANG) == pid_) pid_ = -1;
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
-  *raison = "cupsd ne répond pas sur " + adresse_ + " : " + Journal();
+  if (raison) *raison = "cupsd ne répond pas sur " + adresse_ + " : " + Journal();
   return false;
 }
 
@@ -240,11 +183,6 @@ void ServeurCups::Arrete() {
   pid_ = -1;
 }
 
-bool ServeurCups::Relance() {
-  std::string raison;
-  return Demarre(&raison);
-}
-
 ServeurCups::~ServeurCups() {
   Arrete();
   std::error_code ignore;
@@ -253,20 +191,19 @@ ServeurCups::~ServeurCups() {
 
 std::vector<Capture> ServeurCups::Captures(const std::string& file) const {
   std::vector<Capture> captures;
-  const fs::path dossier = fs::path(dossier_) / "files" / file;
-  if (!fs::exists(dossier)) return captures;
-  for (const auto& e : fs::directory_iterator(dossier)) {
+  std::error_code absent;
+  for (const auto& e : fs::directory_iterator(fs::path(dossier_) / "files" / file, absent)) {
     if (e.path().extension() != ".job") continue;
     Capture c;
     c.numero = std::stoi(e.path().stem().string());
-    c.contenu = Lit(e.path().string());
-    std::istringstream infos(Lit((dossier / (e.path().stem().string() + ".info")).string()));
-    for (std::string ligne; std::getline(infos, ligne);) {
-      const auto egal = ligne.find('=');
-      if (egal != std::string::npos) c.infos[ligne.substr(0, egal)] = ligne.substr(egal + 1);
-    }
-    std::istringstream options(c.infos["options"]);
-    for (std::string option; options >> option;) {
+    c.contenu = essai::Lit(e.path());
+    std::istringstream infos(essai::Lit(fs::path(e.path()).replace_extension(".info")));
+    std::string options;
+    std::getline(infos, c.titre);
+    std::getline(infos, c.copies);
+    std::getline(infos, options);
+    std::istringstream liste(options);
+    for (std::string option; liste >> option;) {
       const auto egal = option.find('=');
       if (egal != std::string::npos) c.options[option.substr(0, egal)] = option.substr(egal + 1);
     }
@@ -287,6 +224,6 @@ Capture ServeurCups::AttendCapture(const std::string& file, int numero) const {
   return {};
 }
 
-std::string ServeurCups::Journal() const { return Lit(dossier_ + "/log/error_log"); }
+std::string ServeurCups::Journal() const { return essai::Lit(dossier_ + "/log/error_log"); }
 
 }  // namespace essai_cups

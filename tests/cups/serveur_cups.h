@@ -20,11 +20,10 @@ namespace essai_cups {
 // What the capture backend kept of one job.
 struct Capture {
   int numero = 0;
-  std::string contenu;                       // the bytes the scheduler handed the backend
-  std::map<std::string, std::string> infos;  // user, title, copies, options
-  // The job's options, parsed from the backend's option string
-  // ("media=A4 job-uuid=…").
-  std::map<std::string, std::string> options;
+  std::string contenu;  // the bytes the scheduler handed the backend
+  std::string titre;
+  std::string copies;
+  std::map<std::string, std::string> options;  // "media=A4 job-uuid=…", parsed
 };
 
 class ServeurCups {
@@ -35,15 +34,13 @@ class ServeurCups {
   ~ServeurCups();
 
   const std::string& Adresse() const { return adresse_; }  // "127.0.0.1:port"
-  const std::string& Dossier() const { return dossier_; }
-
   // Stops the scheduler (its port then answers nobody) and starts it again.
   void Arrete();
-  bool Relance();
+  bool Relance() { return Demarre(nullptr); }
 
   // The jobs the queue captured so far, in job order.
   std::vector<Capture> Captures(const std::string& file) const;
-  // Waits (up to 20 s) for the queue to capture job numero.
+  // Waits (up to 20 s) for the queue to capture job numero; numero 0 if not.
   Capture AttendCapture(const std::string& file, int numero) const;
   // The scheduler's error log, for failure messages.
   std::string Journal() const;
@@ -58,9 +55,5 @@ class ServeurCups {
   int port_ = 0;
   int pid_ = -1;
 };
-
-// Runs a shell command; its standard output, and its exit status in *statut.
-std::string Lance(const std::string& commande, int* statut = nullptr);
-std::string Lit(const std::string& chemin);
 
 }  // namespace essai_cups
