@@ -3,7 +3,6 @@
 #pragma once
 
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <QApplication>
 #include <cstdlib>
@@ -16,10 +15,8 @@ namespace essai {
 // A fresh folder under /tmp, removed with everything in it at the end.
 class Dossier {
  public:
-  Dossier() {
-    char modele[] = "/tmp/vesko-essai-XXXXXX";
-    chemin_ = mkdtemp(modele);
-  }
+  Dossier() : chemin_(mkdtemp(modele_)) {}
+  Dossier(const Dossier&) = delete;
   ~Dossier() {
     std::error_code ignore;
     std::filesystem::remove_all(chemin_, ignore);
@@ -27,6 +24,7 @@ class Dossier {
   std::string operator/(const std::string& nom) const { return chemin_ + "/" + nom; }
 
  private:
+  char modele_[24] = "/tmp/vesko-essai-XXXXXX";
   std::string chemin_;
 };
 

@@ -133,16 +133,15 @@ bool ServeurCups::Prepare(std::string* raison) {
                  "panne:/"));
 
   if (const passwd* sans_droits = UtilisateurSansDroits()) {
+    std::vector<fs::path> siens{d};
     for (const auto& e : fs::recursive_directory_iterator(d)) {
-      if (e.path().parent_path() == fs::path(d) / "bin") continue;  // links to the system's
-      if (lchown(e.path().c_str(), sans_droits->pw_uid, sans_droits->pw_gid) != 0) {
-        *raison = "impossible de donner " + e.path().string() + " à nobody";
+      if (e.path().parent_path() != fs::path(d) / "bin") siens.push_back(e);  // not the system's
+    }
+    for (const fs::path& c : siens) {
+      if (lchown(c.c_str(), sans_droits->pw_uid, sans_droits->pw_gid) != 0) {
+        *raison = "impossible de donner " + c.string() + " à nobody";
         return false;
       }
-    }
-    if (chown(d.c_str(), sans_droits->pw_uid, sans_droits->pw_gid) != 0) {
-      *raison = "impossible de donner " + d + " à nobody";
-      return false;
     }
   }
   setenv("CUPS_SERVER", adresse_.c_str(), 1);
