@@ -36,10 +36,6 @@ std::vector<std::string> Lignes(const std::string& texte) {
   return l;
 }
 
-bool Contient(const std::vector<std::string>& l, const std::string& ligne) {
-  return std::find(l.begin(), l.end(), ligne) != l.end();
-}
-
 }  // namespace
 
 TEST(Entete, FirstPageAndFollowingPages) {
@@ -165,40 +161,37 @@ TEST(Driver, AFailingSectionDoesNotStopTheRun) {
   EXPECT_NE(incidents[0].message.find("RESSOURCESAIDE"), std::string::npos);
   // The sections after the failing one still printed and the document ended.
   EXPECT_TRUE(b.Enregistrement().termine);
-  EXPECT_TRUE(Contient(b.Lignes(), "ORIGINE DOSSIER"));
-  EXPECT_TRUE(Contient(b.Lignes(), "BLOC-NOTES"));
+  const auto l = b.Lignes();
+  EXPECT_EQ(std::count(l.begin(), l.end(), "ORIGINE DOSSIER"), 1);
+  EXPECT_EQ(std::count(l.begin(), l.end(), "BLOC-NOTES"), 1);
 }
 
-TEST(Edition, CancelledChoicePrintsNothingAndClosesFiles) {
+TEST(Edition, ACancelledChoiceOrAMissingFilePrintNothingAndCloseEverything) {
   Banc b;
   b.Imprime("AIDE", {"A1"});
+  const size_t pages_avant = b.Enregistrement().pages.size();
   marbrel::Outils::Instance().Installe_Choix([](const std::string&) { return "-1"; },
                                              [] { return std::int16_t{9}; });
   marbrel::TabDyn liste = Rec({"A1"});
   std::string type = "AIDE";
   b.Controle().TheDatabase(marbrel::Base::OuvreSqlite(b.Chemin(), true));
-  const size_t pages_avant = b.Enregistrement().pages.size();
   b.Controle().Edition(liste, type);
   EXPECT_EQ(b.Enregistrement().pages.size(), pages_avant);
   EXPECT_EQ(Variable::Base, nullptr);
   for (const auto& f : Variable::Fichiers) EXPECT_EQ(f, nullptr);
-}
 
-TEST(Edition, MissingFileFailsAndStillClosesEverything) {
-  Banc b;
+  // A base without every file of a run: the first one missing is named.
   auto store = std::make_shared<marbrel::SqliteStore>(b.Chemin() + ".partielle",
                                                       marbrel::SqliteStore::Mode::Creation);
   store->CreeFichier("ACTIVITES");
   store->CreeFichier("AIDEDETAILTACHE");
   b.Controle().TheDatabase(std::make_shared<marbrel::Base>(store));
-  marbrel::TabDyn liste = Rec({"A1"});
-  std::string type = "AIDE";
   try {
     b.Controle().Edition(liste, type);
     FAIL() << "l'ouverture aurait dû échouer";
   } catch (const marbrel::Erreur& e) {
     EXPECT_NE(std::string(e.what()).find("ANTENNEMEDICALE"), std::string::npos);
   }
-  for (const auto& f : Variable::Fichiers) EXPECT_EQ(f, nullptr);
   EXPECT_EQ(Variable::Base, nullptr);
+  for (const auto& f : Variable::Fichiers) EXPECT_EQ(f, nullptr);
 }
