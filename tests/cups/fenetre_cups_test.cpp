@@ -75,20 +75,18 @@ TEST_F(FenetreCups, TheDialogsChoiceIsFoundInTheControlsListAndAnUnlistedQueueIs
   imprimante.setPrinterName("PANNE");
   imprimante.setPageSize(QPageSize(QPageSize::A3));
   imprimante.setCopyCount(2);
+  // index in the list, paper code (8: A3), copies, PDF file.
   const hote::Choix choix = hote::Interprete(imprimante, liste);
-  EXPECT_EQ(choix.index, 2);
-  EXPECT_EQ(choix.papier, 8);
-  EXPECT_EQ(choix.copies, 2);
-  EXPECT_EQ(choix.pdf, "");
+  EXPECT_EQ(std::tuple(choix.index, choix.papier, choix.copies, choix.pdf),
+            std::tuple(2, 8, 2, std::string()));
   // Qt's "print to file" is the built-in "PDF" printer, writing that file.
   QPrinter fichier(QPrinter::HighResolution);
   fichier.setOutputFormat(QPrinter::PdfFormat);
   fichier.setOutputFileName("/tmp/dossiers.pdf");
   fichier.setPageSize(QPageSize(QPageSize::Letter));
   const hote::Choix pdf = hote::Interprete(fichier, liste);
-  EXPECT_EQ(pdf.index, 4);
-  EXPECT_EQ(pdf.papier, 1);
-  EXPECT_EQ(pdf.pdf, "/tmp/dossiers.pdf");
+  EXPECT_EQ(std::tuple(pdf.index, pdf.papier, pdf.copies, pdf.pdf),
+            std::tuple(4, 1, 1, std::string("/tmp/dossiers.pdf")));
 
   try {
     hote::Interprete(imprimante, {liste.front(), liste.back()});
