@@ -88,7 +88,11 @@ bool ServeurCups::Prepare(std::string* raison) {
     return false;
   }
   char modele[] = "/tmp/vesko-cupsd-XXXXXX";
-  dossier_ = mkdtemp(modele);
+  if (mkdtemp(modele) == nullptr) {
+    *raison = "impossible de créer un dossier temporaire";
+    return false;
+  }
+  dossier_ = modele;
   port_ = Prise(0, false);
   adresse_ = "127.0.0.1:" + std::to_string(port_);
   const std::string& d = dossier_;
