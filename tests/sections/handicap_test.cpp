@@ -2,56 +2,39 @@
 // person-to-notify section reads, and the residence permit.
 #include <gtest/gtest.h>
 
-#include "tests/support/banc.h"
+#include "tests/sections/releve.h"
 
 using banc::Rec;
 
-namespace {
-
-void Aidant(banc::Banc& b, const std::string& cle, const std::string& nationalite) {
-  marbrel::TabDyn r;
-  r.Remplace(2, "HADDAD");
-  r.Remplace(19, nationalite);
-  b.Met("CIVILAIDANT", cle, r);
+TEST(Handicap, FromTheCarersInformationRecordAndThePermitWithTheExactWordFrance) {
+  banc::Banc b;
   b.Met("TABLES", "CATHANDICAP", Rec({"", "A]B", "Travailleur handicapé]Invalide civil"}));
   b.Met("TABLES", "PLACANT", Rec({"", "ANPE]MIS", "Pôle emploi]Mission locale"}));
   b.Met("TABLES", "SITSAL", Rec({"", "CH", "Chômeur"}));
   b.Met("TABLES", "TITRESSEJOUR", Rec({"", "CR]CST", "Carte de résident]Carte de séjour"}));
-}
-
-}  // namespace
-
-TEST(Handicap, FromTheCarersInformationRecord) {
-  banc::Banc b;
-  Aidant(b, "S0001", "FRANCE");
   b.Met("INFOSAIDANT", "S0001",
         Rec({"M. HADDAD", "06", "", "", "Cat. B", "", "MIS", "CH", "", "B"}));
-  b.Imprime("AIDANT", {"S0001"});
-  const std::vector<std::string> attendu = {" ",
-                                            " Catég. bénéficiaire  : Invalide civil",
-                                            " Catég. handicap      : Cat. B",
-                                            " Placement antérieur  : Mission locale",
-                                            " Situation antérieure : Chômeur",
-                                            " "};
-  EXPECT_EQ(b.Section("HANDICAP"), attendu);
-}
-
-TEST(DetailEtranger, PermitAndTheExactWordFrance) {
-  struct Cas {
-    std::string nationalite, pays;
-  };
-  for (const Cas& c : {Cas{"MAROC", "MAROC"}, Cas{"France", "France"}, Cas{"FRANCE", ""}}) {
-    banc::Banc b;
-    Aidant(b, "S0001", c.nationalite);
-    b.Met("ETRANGER", "S0001", Rec({"CST", "Préfecture du Rhône", "AT-2023-0457", "21078"}));
-    b.Imprime("AIDANT", {"S0001"});
+  // The country is the nationality, except the upper-case word "FRANCE".
+  const std::vector<std::pair<std::string, std::string>> cas = {
+      {"MAROC", "MAROC"}, {"France", "France"}, {"FRANCE", ""}};
+  std::vector<std::string> cles;
+  for (const auto& [nationalite, pays] : cas) {
+    cles.push_back("S000" + std::to_string(cles.size() + 1));
+    b.Met("CIVILAIDANT", cles.back(), banc::Fiche("2=HADDAD|19=" + nationalite));
+    b.Met("ETRANGER", cles.back(), Rec({"CST", "Préfecture du Rhône", "AT-2023-0457", "21078"}));
+  }
+  b.Imprime("AIDANT", cles);
+  EXPECT_EQ(banc::Bloc(b, "HANDICAP"),
+            (std::vector<std::string>{
+                " ", " Catég. bénéficiaire  : Invalide civil", " Catég. handicap      : Cat. B",
+                " Placement antérieur  : Mission locale", " Situation antérieure : Chômeur"}));
+  for (size_t i = 0; i < cas.size(); ++i) {
     const std::vector<std::string> attendu = {" ",
-                                              " Pays                 : " + c.pays,
+                                              " Pays                 : " + cas[i].second,
                                               " Type carte           : Carte de séjour",
                                               " Préfecture           : Préfecture du Rhône",
                                               " N° autorisation      : AT-2023-0457",
-                                              " Fin validité         : 15/09/2025",
-                                              " "};
-    EXPECT_EQ(b.Section("DETAIL ETRANGER"), attendu) << c.nationalite;
+                                              " Fin validité         : 15/09/2025"};
+    EXPECT_EQ(banc::Bloc(b, "DETAIL ETRANGER", i), attendu) << cas[i].first;
   }
 }

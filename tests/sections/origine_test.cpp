@@ -2,11 +2,7 @@
 // laid out under their label in pieces of at most 60 characters.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "marbrel/outils.h"
-#include "tests/support/banc.h"
-#include "tests/support/section_seule.h"
+#include "tests/sections/releve.h"
 
 using banc::Rec;
 using V = std::vector<std::string>;
@@ -16,14 +12,14 @@ namespace {
 const std::string CRLF = "\r\n";
 const std::string NOM = " Nom du contact       : ";
 const std::string BESOINS = " Besoins formulés     : ";
-const std::string SUITE(24, ' ');
+const std::string SUITE = banc::S(24);
 
 V Origine(const marbrel::TabDyn& origine) {
   banc::Banc b;
   b.Met("ORIGINEAIDE", "A0001", origine);
   b.Met("TABLES", "ORIGINECONTACT", Rec({"", "MED]FAM", "Médecin traitant]Famille"}));
   b.Imprime("AIDE", {"A0001"});
-  return banc::Section_Seule(b, "ORIGINE DOSSIER");
+  return banc::Bloc(b, "ORIGINE DOSSIER");
 }
 
 // The needs lines of a record holding only a needs text.
@@ -38,8 +34,7 @@ TEST(OrigineDossier, LabelsAndTheOriginLabel) {
   EXPECT_EQ(Origine(marbrel::TabDyn()),
             (V{" ", " Date 1er contact     : ", " Type du contact      : ",
                " Origine contact      : ", NOM, BESOINS}));
-  const std::string jour = marbrel::Outils::Instance().Date_Interne("04/01/2024");
-  EXPECT_EQ(Origine(Rec({jour, "Téléphone", "FAM", "Mme Lefèvre (fille)"})),
+  EXPECT_EQ(Origine(Rec({banc::Jour("04/01/2024"), "Téléphone", "FAM", "Mme Lefèvre (fille)"})),
             (V{" ", " Date 1er contact     : 04/01/2024", " Type du contact      : Téléphone",
                " Origine contact      : Famille", NOM + "Mme Lefèvre (fille)", BESOINS}));
   EXPECT_EQ(Origine(Rec({"", "", "XYZ"}))[3], " Origine contact      : ");
@@ -78,6 +73,5 @@ TEST(OrigineContact, ALongTextGoesOnUnderTheRunningHeader) {
   ASSERT_NE(saut, l.end());
   EXPECT_EQ(*(saut + 6), "A0001 DURAND Marie");
   // The line after the header continues the text: nothing lost at the break.
-  const int avant = static_cast<int>(saut - premier);
-  EXPECT_EQ(*(saut + 9), SUITE + "Besoin " + std::to_string(avant + 1));
+  EXPECT_EQ(*(saut + 9), SUITE + "Besoin " + std::to_string(saut - premier + 1));
 }

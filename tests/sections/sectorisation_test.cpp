@@ -2,70 +2,67 @@
 // recipient's responsible person and the carer's medical and transport lines.
 #include <gtest/gtest.h>
 
-#include "tests/support/banc.h"
+#include "tests/sections/releve.h"
 
 using banc::Rec;
 
 TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
   struct Cas {
-    std::string type, fichier;
-    std::vector<std::pair<long, std::string>> attributs;
+    std::string type, fichier, attributs;
     std::vector<std::string> attendu;
   };
   const std::vector<Cas> cas = {
       // A 7-character quarter code carries its sector and sub-sector: the
-      // names line up (the page ends after the section).
+      // names line up.
       {"AIDE",
        "CIVILAIDE",
-       {{39, "R07"}, {40, "0120304"}},
+       "39=R07|40=0120304",
        {" ", " Responsable          : R07     Mme BERNARD", " Secteur              : 012     Nord",
         " Sous-Secteur         : 01203   Nord-Gare", " Quartier             : 0120304 Gare Sud"}},
       // A 2-character quarter code gives the same short sector codes.
       {"AIDE",
        "CIVILAIDE",
-       {{40, "01"}},
+       "40=01",
        {" ", " Responsable          :      ", " Secteur              : 01     Court",
         " Sous-Secteur         : 01   Court-Sous", " Quartier             : 01 Court-Quartier"}},
       {"AIDANT",
        "CIVILAIDANT",
-       {{31, "012"}, {32, "01203"}, {33, "0120304"}, {34, "T"}, {35, "C0412"}},
+       "31=012|32=01203|33=0120304|34=T|35=C0412",
        {" ", " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
         " Quartier             : 0120304 Gare Sud",
         " Centre médical       : C04     Centre Pasteur",
         " Antenne médicale     : C0412  Antenne Villette",
-        " Moyen locomotion     : Transports en commun", " "}},
+        " Moyen locomotion     : Transports en commun"}},
       // Empty codes keep every line, gaps included.
       {"AIDANT",
        "CIVILAIDANT",
-       {},
-       {" ", " Secteur              :      ", " Sous-Secteur         :    ",
-        " Quartier             :  ", " Centre médical       :      ", " Antenne médicale     :   ",
-        " Moyen locomotion     : ", " "}},
+       "2=NOM",
+       {" ",
+        " Secteur              :      ", " Sous-Secteur         :    ", " Quartier             :  ",
+        " Centre médical       :      ", " Antenne médicale     :   ", " Moyen locomotion     : "}},
       // Another type reads the carer's attributes of its CIVILAIDE record and
       // has neither responsible nor medical lines.
       {"BENEVOLE",
        "CIVILAIDE",
-       {{31, "012"}, {32, "01203"}, {33, "01"}, {35, "C0412"}, {39, "R07"}, {40, "0120304"}},
+       "31=012|32=01203|33=01|35=C0412|39=R07|40=0120304",
        {" ", " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
-        " Quartier             : 01 Court-Quartier", " "}},
+        " Quartier             : 01 Court-Quartier"}},
   };
+  banc::Banc b;
+  b.Met("RESPONSABLE", "R07", Rec({"Mme BERNARD"}));
+  b.Met("SECTEUR", "012", Rec({"Nord"}));
+  b.Met("SECTEUR", "01", Rec({"Court"}));
+  b.Met("SOUSSECTEUR", "01203", Rec({"Nord-Gare"}));
+  b.Met("SOUSSECTEUR", "01", Rec({"Court-Sous"}));
+  b.Met("QUARTIER", "0120304", Rec({"Gare Sud"}));
+  b.Met("QUARTIER", "01", Rec({"Court-Quartier"}));
+  b.Met("CENTREMEDICAL", "C04", Rec({"Centre Pasteur"}));
+  b.Met("ANTENNEMEDICALE", "C0412", Rec({"Antenne Villette"}));
+  b.Met("TABLES", "MOYENSLOC", Rec({"", "V]T", "Voiture]Transports en commun"}));
   for (const Cas& c : cas) {
-    banc::Banc b;
-    b.Met("RESPONSABLE", "R07", Rec({"Mme BERNARD"}));
-    b.Met("SECTEUR", "012", Rec({"Nord"}));
-    b.Met("SECTEUR", "01", Rec({"Court"}));
-    b.Met("SOUSSECTEUR", "01203", Rec({"Nord-Gare"}));
-    b.Met("SOUSSECTEUR", "01", Rec({"Court-Sous"}));
-    b.Met("QUARTIER", "0120304", Rec({"Gare Sud"}));
-    b.Met("QUARTIER", "01", Rec({"Court-Quartier"}));
-    b.Met("CENTREMEDICAL", "C04", Rec({"Centre Pasteur"}));
-    b.Met("ANTENNEMEDICALE", "C0412", Rec({"Antenne Villette"}));
-    b.Met("TABLES", "MOYENSLOC", Rec({"", "V]T", "Voiture]Transports en commun"}));
-    marbrel::TabDyn fiche;
-    fiche.Remplace(2, "NOM");
-    for (const auto& [a, v] : c.attributs) fiche.Remplace(a, v);
-    b.Met(c.fichier, "P0001", fiche);
-    b.Imprime(c.type, {"P0001"});
-    EXPECT_EQ(b.Section("SECTORISATION"), c.attendu) << "cas " << (&c - &cas[0]);
+    const std::string cle = "P000" + std::to_string(&c - &cas[0]);
+    b.Met(c.fichier, cle, banc::Fiche(c.attributs));
+    b.Imprime(c.type, {cle});
+    EXPECT_EQ(banc::Bloc(b, "SECTORISATION"), c.attendu) << c.type << " " << c.attributs;
   }
 }
