@@ -77,9 +77,7 @@ TEST(PrinterPanneTest, AFailedEndStillEndsTheDocument) {
   printing::Printer p(std::make_unique<SurfaceEnPanne>(&rec));
   p.Print("a");
   EXPECT_THROW(p.EndDoc(), std::runtime_error);
-  p.Print("b");  // a new document, from the top of its first page
-  ASSERT_EQ(rec.pages.size(), 2u);
-  EXPECT_DOUBLE_EQ(std::get<printing::ElementTexte>(rec.pages[1].elements.at(0)).y, 0);
+  EXPECT_NO_THROW(p.EndDoc());  // not tried again, nor by the destructor
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Real PDF files and images through the Qt surface, read back with poppler
 // (pdftotext, pdffonts, pdfinfo, pdftoppm) and checked against the recording
-// of the same print.
+// of the same print. The system's print queues are tested against a print
+// server of the tests' own with the print command.
 #include "printing/qt_surface.h"
 
 #include <gtest/gtest.h>
@@ -9,10 +10,12 @@
 #include <QPrinter>
 #include <cmath>
 #include <filesystem>
+#include <functional>
 #include <regex>
 #include <sstream>
 
 #include "marbrel/texte.h"
+#include "printing/imprimantes.h"
 #include "printing/print_formats.h"
 #include "printing/printer.h"
 #include "printing/recording.h"
@@ -192,17 +195,36 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
   VerifieCadre(image, haut);
 }
 
-TEST(QtSurfaceTest, NothingPrintedWritesNoFileAndAMissingFolderIsNamed) {
+TEST(QtSurfaceTest, NothingPrintedWritesNoFileAndAMissingFolderOrQueueIsNamed) {
   essai::DossierTemporaire dossier;
   printing::Printer(printing::SurfacePdf(dossier / "vide.pdf", {})).EndDoc();
   EXPECT_FALSE(std::filesystem::exists(dossier / "vide.pdf"));
+  auto message = [](const std::function<void()>& ouvre) {
+    try {
+      ouvre();
+    } catch (const std::runtime_error& e) {
+      return std::string(e.what());
+    }
+    return std::string("aucune erreur");
+  };
   const std::string perdu = dossier / "absent/dossier.pdf";
-  try {
-    printing::SurfacePdf(perdu, {});
-    ADD_FAILURE() << "un dossier absent doit être signalé";
-  } catch (const std::runtime_error& e) {
-    EXPECT_EQ(std::string(e.what()), "le dossier du fichier PDF « " + perdu + " » n'existe pas.");
-  }
+  EXPECT_EQ(message([&] { printing::SurfacePdf(perdu, {}); }),
+            "le dossier du fichier PDF « " + perdu + " » n'existe pas.");
+  EXPECT_EQ(message([] { printing::SurfaceImprimante("disparue", {}); }),
+            "l'imprimante « disparue » n'existe pas sur ce système.");
+}
+
+// The system list's "PDF" writes the file named when its document opens,
+// not when the list was made (the print dialog names it afterwards).
+TEST(QtSurfaceTest, ThePdfDestinationTakesTheFileNamedLast) {
+  essai::DossierTemporaire dossier;
+  const auto liste = printing::ListeImprimantes::Systeme();
+  ASSERT_EQ(liste.back().nom, "PDF");
+  printing::ListeImprimantes::FixeFichierPdf(dossier / "choisi.pdf");
+  printing::Printer pdf(liste.back().ouvre({}));
+  pdf.Print("x");
+  pdf.EndDoc();
+  EXPECT_TRUE(std::filesystem::exists(dossier / "choisi.pdf"));
 }
 
 }  // namespace
