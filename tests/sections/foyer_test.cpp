@@ -33,16 +33,13 @@ TEST(Conjoint, DeceasedSpouseKeepsTheAgeAtDeathLivingSpouseIsAgedToToday) {
               "|29=1350475123456|30=44|31=4|32=" + Jour("01/03/2019") + "|33=AFF-2210|45=A0007"));
   b.Met("CIVILAIDE", "A0002", Fiche("28=" + Jour("10/04/1935") + "|31=1"));
   b.Imprime("AIDE", {"A0001", "A0002"});
-  const std::vector<std::string> attendu = {
-      " ",
-      " Nom patronymique     : DURAND",
-      " Prénom               : Henri",
-      " N.I.R.               : 1350475123456 44",
-      " Date de naissance    : 10/04/1935          Age        : 83 ans",
-      " Situation            : Décédé              Date décès : 01/03/2019",
-      " N° affiliation       : AFF-2210",
-      " Code dossier aidé    : A0007"};
-  EXPECT_EQ(banc::Bloc(b, "CONJOINT"), attendu);
+  EXPECT_EQ(banc::Bloc(b, "CONJOINT"),
+            (std::vector<std::string>{
+                " ", " Nom patronymique     : DURAND", " Prénom               : Henri",
+                " N.I.R.               : 1350475123456 44",
+                " Date de naissance    : 10/04/1935          Age        : 83 ans",
+                " Situation            : Décédé              Date décès : 01/03/2019",
+                " N° affiliation       : AFF-2210", " Code dossier aidé    : A0007"}));
   // Alive, so aged up to today; the date of death keeps its label alone.
   const auto l = banc::Bloc(b, "CONJOINT", 1);
   ASSERT_EQ(l.size(), 8u);

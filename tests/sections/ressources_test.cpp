@@ -32,16 +32,12 @@ TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
   b.Met("RESSOURCESAIDE", "A0002", Rec({natures, "", "", "", montants, "45678"}));
   b.Met("RESSOURCESAIDE", "A0004", Rec({"a]b", "", "", "", "12,50]1000", ""}));
   b.Imprime("AIDE", {"A0001", "A0002", "A0003", "A0004"});
-  const std::vector<std::string> attendu = {
-      " ",
-      " ",
-      kEntete,
-      "  Pension de réversion complémentairePrin.  CNAV" + S(16) + "  Conj.   1234.56",
-      "  Allocation logement sociale, réviséX  CAF" + S(17) + "  Autre      0.05",
-      "",
-      "",
-      Fin(S(43)) + " 1234.61"};
-  EXPECT_EQ(banc::Bloc(b, "RESSOURCES"), attendu);
+  EXPECT_EQ(banc::Bloc(b, "RESSOURCES"),
+            (std::vector<std::string>{
+                " ", " ", kEntete,
+                "  Pension de réversion complémentairePrin.  CNAV" + S(16) + "  Conj.   1234.56",
+                "  Allocation logement sociale, réviséX  CAF" + S(17) + "  Autre      0.05", "", "",
+                Fin(S(43)) + " 1234.61"}));
   // From the left margin, the header and 12 rows.
   EXPECT_EQ(banc::Cadre(b, kEntete), "13 lignes, 0.3-19.1 cm: 8.5 9.9 15.2 16.6");
 

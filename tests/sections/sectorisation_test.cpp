@@ -8,25 +8,22 @@ using banc::Rec;
 
 TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
   struct Cas {
-    std::string type, fichier, attributs;
+    std::string type, attributs;
     std::vector<std::string> attendu;
   };
   const std::vector<Cas> cas = {
       // A 7-character quarter code carries its sector and sub-sector: the
       // names line up.
       {"AIDE",
-       "CIVILAIDE",
        "39=R07|40=0120304",
        {" ", " Responsable          : R07     Mme BERNARD", " Secteur              : 012     Nord",
         " Sous-Secteur         : 01203   Nord-Gare", " Quartier             : 0120304 Gare Sud"}},
       // A 2-character quarter code gives the same short sector codes.
       {"AIDE",
-       "CIVILAIDE",
        "40=01",
        {" ", " Responsable          :      ", " Secteur              : 01     Court",
         " Sous-Secteur         : 01   Court-Sous", " Quartier             : 01 Court-Quartier"}},
       {"AIDANT",
-       "CIVILAIDANT",
        "31=012|32=01203|33=0120304|34=T|35=C0412",
        {" ", " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
         " Quartier             : 0120304 Gare Sud",
@@ -35,15 +32,13 @@ TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
         " Moyen locomotion     : Transports en commun"}},
       // Empty codes keep every line, gaps included.
       {"AIDANT",
-       "CIVILAIDANT",
        "2=NOM",
        {" ",
         " Secteur              :      ", " Sous-Secteur         :    ", " Quartier             :  ",
         " Centre médical       :      ", " Antenne médicale     :   ", " Moyen locomotion     : "}},
-      // Another type reads the carer's attributes of its CIVILAIDE record and
-      // has neither responsible nor medical lines.
+      // Another type reads the carer's attributes from CIVILAIDE and has
+      // neither responsible nor medical lines.
       {"BENEVOLE",
-       "CIVILAIDE",
        "31=012|32=01203|33=01|35=C0412|39=R07|40=0120304",
        {" ", " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
         " Quartier             : 01 Court-Quartier"}},
@@ -61,7 +56,7 @@ TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
   b.Met("TABLES", "MOYENSLOC", Rec({"", "V]T", "Voiture]Transports en commun"}));
   for (const Cas& c : cas) {
     const std::string cle = "P000" + std::to_string(&c - &cas[0]);
-    b.Met(c.fichier, cle, banc::Fiche(c.attributs));
+    b.Met(c.type == "AIDANT" ? "CIVILAIDANT" : "CIVILAIDE", cle, banc::Fiche(c.attributs));
     b.Imprime(c.type, {cle});
     EXPECT_EQ(banc::Bloc(b, "SECTORISATION"), c.attendu) << c.type << " " << c.attributs;
   }
