@@ -7,7 +7,7 @@ using marbrel::Erreur;
 
 class Fichiers : public BaseTemporaire {};
 
-TEST_F(Fichiers, UneCleAbsenteEchoueAvecLeNumeroDeLaBibliothequeEtNommeFichierEtCle) {
+TEST_F(Fichiers, UneCleOuUnFichierAbsentEchoueEnLesNommant) {
   Ecrit("CIVILAIDE", "A0001", Rec({"", "MARTIN", "Jeanne"}));
   auto f = base_->Ouvre_Fichier("CIVILAIDE");
   EXPECT_EQ(f->Lit("A0001")(2), "MARTIN");
@@ -23,9 +23,6 @@ TEST_F(Fichiers, UneCleAbsenteEchoueAvecLeNumeroDeLaBibliothequeEtNommeFichierEt
   // The key is compared exactly: no case folding, no trimming.
   EXPECT_THROW(f->Lit("a0001"), Erreur);
   EXPECT_THROW(f->Lit("A0001 "), Erreur);
-}
-
-TEST_F(Fichiers, UnFichierAbsentDeLaBaseEstNommeDansLErreur) {
   try {
     base_->Ouvre_Fichier("CIVILAIDES");
     FAIL();
@@ -48,32 +45,6 @@ TEST_F(Fichiers, UneBaseOuverteEnLectureSeuleRefuseToutEcriture) {
   }
   EXPECT_THROW(lecture->Magasin().CreeFichier("AUTRE"), Erreur);
   EXPECT_THROW(marbrel::Base::OuvreSqlite(dossier_ + "/absente.vesko", true), Erreur);
-}
-
-TEST_F(Fichiers, LEcritureEnLotRemplaceLesMemesClesEtResteDansUneTransaction) {
-  store_->CreeFichier("F");
-  store_->Ecrit("F", "K2", "ancien");
-  int n = 0;
-  store_->EcritLot("F", [&](std::string& cle, std::string& texte) {
-    if (n == 3) return false;
-    cle = "K" + std::to_string(++n);
-    texte = "v" + std::to_string(n);
-    return true;
-  });
-  auto f = base_->Ouvre_Fichier("F");
-  EXPECT_EQ(f->Lit("K1").Texte(), "v1");
-  EXPECT_EQ(f->Lit("K2").Texte(), "v2");
-  EXPECT_EQ(f->Lit("K3").Texte(), "v3");
-  // A producer that fails leaves nothing of its batch behind.
-  EXPECT_THROW(store_->EcritLot("F",
-                                [&](std::string& cle, std::string& texte) -> bool {
-                                  cle = "K9";
-                                  texte = "x";
-                                  if (n++ > 5) throw std::runtime_error("panne");
-                                  return true;
-                                }),
-               std::runtime_error);
-  EXPECT_THROW(f->Lit("K9"), Erreur);
 }
 
 }  // namespace
