@@ -1,6 +1,6 @@
-// The framed label-and-value lists: the empty form, the row layout inside its
-// frame, rows left out, the carer's total, chunks that fit their pages under
-// the running header, and a list of the other kind of dossier.
+// The framed label-and-value lists: the row layout inside its frame, rows left out, the carer's
+// total, chunks that fit their pages under the running header, and a list of the other kind of
+// dossier.
 #include "layout/liste_donnees.h"
 
 #include <gtest/gtest.h>
@@ -113,20 +113,6 @@ void Capacites(long n, marbrel::TabDyn& source, marbrel::TabDyn& table) {
 }
 
 }  // namespace
-
-TEST(ImprimeDonnees, NoRowsPrintsTheWholeCodeTableAsAFramedForm) {
-  Liste l("AIDANT");
-  l.C().Compteur_Ligne = 99;  // a previous list's count must not survive
-  l.Imprime(marbrel::TabDyn(),
-            Rec({"DEFTECH", "MEN]REP]COU", "Ménage]Préparation des repas]Courses"}));
-  EXPECT_EQ(l.Textes(0),
-            (std::vector<std::string>{ENTETE, "         Ménage", "         Préparation des repas",
-                                      "         Courses"}));
-  ASSERT_EQ(l.Cadres(0).size(), 1u);
-  EXPECT_NEAR(l.Cadres(0)[0].lignes, 4, 1e-3);
-  EXPECT_EQ(l.C().Compteur_Ligne, 3);
-  EXPECT_EQ(l.C().Liste_Total, 0);
-}
 
 TEST(ImprimeDonnees, RowsSitInTheirColumnsAndTheEmptyOnesAreLeftOut) {
   Liste l("AIDANT");
