@@ -13,17 +13,7 @@
 
 namespace {
 
-class FenetreCups : public ::testing::Test {
- protected:
-  void SetUp() override {
-    std::string raison;
-    serveur = essai_cups::ServeurCups::Instance(&raison);
-    ASSERT_NE(serveur, nullptr) << "pas de serveur d'impression privé : " << raison;
-    ASSERT_FALSE(essai_demo::Base().empty());
-    essai::Application();
-  }
-  essai_cups::ServeurCups* serveur = nullptr;
-};
+class FenetreCups : public essai_cups::AvecServeur {};
 
 TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog) {
   hote::FenetreHote fenetre;
@@ -55,7 +45,7 @@ TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog)
   const essai_cups::Capture job = serveur->AttendCapture("CAPTURE", numero);
   ASSERT_EQ(job.numero, numero) << serveur->Journal();
   EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
-  EXPECT_EQ(job.options.at("media"), "A4");
+  EXPECT_EQ(job.papier, "A4");
   const essai::Dossier dossier;
   std::ofstream(dossier / "job.pdf", std::ios::binary) << job.contenu;
   const std::string texte = essai::Lance("pdftotext '" + (dossier / "job.pdf") + "' -").sortie;

@@ -13,14 +13,8 @@ namespace {
 using essai::Lance;
 using essai::Resultat;
 
-class ImpressionCups : public ::testing::Test {
+class ImpressionCups : public essai_cups::AvecServeur {
  protected:
-  void SetUp() override {
-    std::string raison;
-    serveur = essai_cups::ServeurCups::Instance(&raison);
-    ASSERT_NE(serveur, nullptr) << "pas de serveur d'impression privé : " << raison;
-    ASSERT_FALSE(essai_demo::Base().empty()) << "la base de démonstration n'a pas pu être créée";
-  }
   // `vesko print` of the care recipient A0001 on 15/03/2024 with more options.
   static Resultat Imprime(const std::string& options) {
     return essai::Vesko("print --db '" + essai_demo::Base() + "' --type AIDE --date 2024-03-15 " +
@@ -38,7 +32,6 @@ class ImpressionCups : public ::testing::Test {
     return "'" + (dossier / "travail.pdf") + "'";
   }
 
-  essai_cups::ServeurCups* serveur = nullptr;
   essai::Dossier dossier;
 };
 
@@ -62,9 +55,9 @@ TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossier
   EXPECT_GT(attendu.size(), 100u);
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.options);
-    const size_t avant = serveur->Captures("CAPTURE").size();
+    const int avant = serveur->Nombre("CAPTURE");
     const Resultat r = Imprime("--printer CAPTURE" + c.options);
-    const size_t aussitot = serveur->Captures("CAPTURE").size();
+    const int aussitot = serveur->Nombre("CAPTURE");
     ASSERT_EQ(r.statut, 0) << r.erreurs;
     EXPECT_EQ(r.erreurs, "");
     const int numero = Numero(r, "CAPTURE");
@@ -77,10 +70,10 @@ TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossier
 
     const essai_cups::Capture job = serveur->AttendCapture("CAPTURE", numero);
     ASSERT_EQ(job.numero, numero) << serveur->Journal();
-    EXPECT_EQ(serveur->Captures("CAPTURE").size(), avant + 1) << "un seul travail par impression";
+    EXPECT_EQ(serveur->Nombre("CAPTURE"), avant + 1) << "un seul travail par impression";
     EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
     EXPECT_EQ(job.copies, c.copies);
-    EXPECT_EQ(job.options.at("media"), c.papier);
+    EXPECT_EQ(job.papier, c.papier);
     ASSERT_EQ(job.contenu.substr(0, 5), "%PDF-");
     EXPECT_NE(Lance("pdfinfo " + Pdf(job)).sortie.find("(" + c.papier + ")"), std::string::npos);
     const Resultat texte = Lance("pdftotext -layout " + Pdf(job) + " -");
@@ -109,7 +102,7 @@ TEST_F(ImpressionCups, QueuesThatCannotPrintAreNamedAndTheFallbackPdfKeepsTheDoc
   };
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.file);
-    const size_t avant = serveur->Captures(c.file).size();
+    const int avant = serveur->Nombre(c.file);
     if (c.serveur_arrete) serveur->Arrete();
     const Resultat r = Imprime("--printer " + c.file);
     const std::string secours = dossier / (c.file + ".pdf");
@@ -126,7 +119,7 @@ TEST_F(ImpressionCups, QueuesThatCannotPrintAreNamedAndTheFallbackPdfKeepsTheDoc
               "vesko : " + c.message + " Le document est écrit dans " + secours + " à la place.\n");
     EXPECT_NE(Lance("pdftotext -l 1 '" + secours + "' -").sortie.find("ETAT CIVIL"),
               std::string::npos);
-    EXPECT_EQ(serveur->Captures(c.file).size(), avant);
+    EXPECT_EQ(serveur->Nombre(c.file), avant);
   }
 }
 
@@ -144,7 +137,6 @@ TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbac
   // The check before the run said yes; by the end of the document the queue
   // no longer prints: the job is not sent, the drawing is kept, and the
   // report says why.
-  essai::Application();  // QPdfWriter draws the job
   auto reglages = std::make_shared<printing::cups::ReglagesEnvoi>();
   reglages->pdf_secours = dossier / "secours.pdf";
   std::vector<printing::cups::Envoi> envois;
@@ -165,7 +157,7 @@ TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbac
   EXPECT_EQ(envois[0].secours, dossier / "secours.pdf");
   EXPECT_EQ(Lance("pdftotext -raw '" + (dossier / "secours.pdf") + "' -").sortie,
             "Nom patronymique : MARTIN\n\f");
-  EXPECT_TRUE(serveur->Captures("ARRETEE").empty());
+  EXPECT_EQ(serveur->Nombre("ARRETEE"), 0);
 }
 
 }  // namespace

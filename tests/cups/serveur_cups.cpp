@@ -8,14 +8,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <memory>
+#include <regex>
 #include <sstream>
 #include <thread>
 
-#include "tests/app/programmes.h"
+#include "tests/cups/magasin_demo.h"
 
 namespace essai_cups {
 
@@ -83,10 +83,6 @@ ServeurCups* ServeurCups::Instance(std::string* raison) {
 }
 
 bool ServeurCups::Prepare(std::string* raison) {
-  if (!fs::exists("/usr/sbin/cupsd")) {
-    *raison = "cupsd est absent (paquet cups-daemon non installé)";
-    return false;
-  }
   char modele[] = "/tmp/vesko-cupsd-XXXXXX";
   if (mkdtemp(modele) == nullptr) {
     *raison = "impossible de créer un dossier temporaire";
@@ -96,7 +92,7 @@ bool ServeurCups::Prepare(std::string* raison) {
   port_ = Prise(0, false);
   adresse_ = "127.0.0.1:" + std::to_string(port_);
   const std::string& d = dossier_;
-  for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend", "files"}) {
+  for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend"}) {
     fs::create_directories(d + "/" + sous);
   }
   // The system's filters and helpers, with our two backends in place of theirs.
@@ -117,35 +113,31 @@ bool ServeurCups::Prepare(std::string* raison) {
             "\nLogLevel info\nWebInterface No\nBrowsing No\nDefaultAuthType None\n"
             "PreserveJobHistory Yes\n<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
             "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n");
-  auto file = [&](const std::string& balise, const std::string& nom, const std::string& corps,
-                  const std::string& appareil) {
+  // A failed job is dropped: the queue stays ready for the next one.
+  std::string files;
+  for (const auto& [nom, etat] : std::initializer_list<std::pair<std::string, std::string>>{
+           {"CAPTURE", "Idle\nAccepting Yes"},
+           {"ARRETEE",
+            "Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\n"
+            "Accepting Yes"},
+           {"REFUS", "Idle\nStateMessage Toner à remplacer\nAccepting No"},
+           {"PANNE", "Idle\nAccepting Yes"}}) {
     fs::create_directories(d + "/files/" + nom);
-    return "<" + balise + " " + nom + ">\n" + corps + "DeviceURI " + appareil + "\n</" + balise +
-           ">\n";
-  };
-  const std::string capture = "capture:" + d + "/files/";
-  Ecrit(d + "/printers.conf",
-        file("DefaultPrinter", "CAPTURE", "State Idle\nAccepting Yes\nErrorPolicy abort-job\n",
-             capture + "CAPTURE") +
-            file("Printer", "ARRETEE",
-                 "State Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\n"
-                 "Accepting Yes\n",
-                 capture + "ARRETEE") +
-            file("Printer", "REFUS", "State Idle\nAccepting No\nStateMessage Toner à remplacer\n",
-                 capture + "REFUS") +
-            file("Printer", "PANNE", "State Idle\nAccepting Yes\nErrorPolicy abort-job\n",
-                 "panne:/"));
+    const std::string balise = nom == "CAPTURE" ? "DefaultPrinter" : "Printer";
+    files += "<" + balise + " " + nom + ">\nState " + etat + "\nErrorPolicy abort-job\nDeviceURI " +
+             (nom == "PANNE" ? "panne:/" : "capture:" + d + "/files/" + nom) + "\n</" + balise +
+             ">\n";
+  }
+  Ecrit(d + "/printers.conf", files);
 
   if (const passwd* sans_droits = UtilisateurSansDroits()) {
-    std::vector<fs::path> siens{d};
-    for (const auto& e : fs::recursive_directory_iterator(d)) {
-      if (e.path().parent_path() != fs::path(d) / "bin") siens.push_back(e);  // not the system's
-    }
-    for (const fs::path& c : siens) {
-      if (lchown(c.c_str(), sans_droits->pw_uid, sans_droits->pw_gid) != 0) {
-        *raison = "impossible de donner " + c.string() + " à nobody";
-        return false;
-      }
+    // lchown: the links to the system's programs leave their targets alone.
+    bool donne = lchown(d.c_str(), sans_droits->pw_uid, sans_droits->pw_gid) == 0;
+    for (const auto& e : fs::recursive_directory_iterator(d))
+      donne = donne && lchown(e.path().c_str(), sans_droits->pw_uid, sans_droits->pw_gid) == 0;
+    if (!donne) {
+      *raison = "impossible de donner " + d + " à nobody";
+      return false;
     }
   }
   setenv("CUPS_SERVER", adresse_.c_str(), 1);
@@ -192,39 +184,39 @@ ServeurCups::~ServeurCups() {
   if (!dossier_.empty()) fs::remove_all(dossier_, ignore);
 }
 
-std::vector<Capture> ServeurCups::Captures(const std::string& file) const {
-  std::vector<Capture> captures;
+int ServeurCups::Nombre(const std::string& file) const {
+  int nombre = 0;
   std::error_code absent;
-  for (const auto& e : fs::directory_iterator(fs::path(dossier_) / "files" / file, absent)) {
-    if (e.path().extension() != ".job") continue;
-    Capture c;
-    c.numero = std::stoi(e.path().stem().string());
-    c.contenu = essai::Lit(e.path());
-    std::istringstream infos(essai::Lit(fs::path(e.path()).replace_extension(".info")));
-    std::string options;
-    std::getline(infos, c.titre);
-    std::getline(infos, c.copies);
-    std::getline(infos, options);
-    std::istringstream liste(options);
-    for (std::string option; liste >> option;) {
-      const auto egal = option.find('=');
-      if (egal != std::string::npos) c.options[option.substr(0, egal)] = option.substr(egal + 1);
-    }
-    captures.push_back(std::move(c));
-  }
-  std::sort(captures.begin(), captures.end(),
-            [](const Capture& a, const Capture& b) { return a.numero < b.numero; });
-  return captures;
+  for (const auto& e : fs::directory_iterator(fs::path(dossier_) / "files" / file, absent))
+    nombre += e.path().extension() == ".job";
+  return nombre;
 }
 
 Capture ServeurCups::AttendCapture(const std::string& file, int numero) const {
-  for (int essai = 0; essai < 400; ++essai) {
-    for (Capture& c : Captures(file)) {
-      if (c.numero == numero) return c;
-    }
+  const fs::path job = fs::path(dossier_) / "files" / file / (std::to_string(numero) + ".job");
+  for (int essai = 0; essai < 400 && !fs::exists(job); ++essai)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  }
-  return {};
+  if (!fs::exists(job)) return {};
+  Capture c{numero, essai::Lit(job), "", "", ""};
+  std::istringstream infos(essai::Lit(fs::path(job).replace_extension(".info")));
+  std::string options;
+  std::getline(infos, c.titre);
+  std::getline(infos, c.copies);
+  std::getline(infos, options);
+  std::smatch papier;
+  if (std::regex_search(options, papier, std::regex("(^| )media=([^ ]*)"))) c.papier = papier[2];
+  return c;
+}
+
+void AvecServeur::SetUp() {
+  if (!fs::exists("/usr/sbin/cupsd"))
+    GTEST_SKIP() << "cupsd est absent (paquet cups-daemon non installé) : pas de serveur "
+                    "d'impression privé";
+  std::string raison;
+  serveur = ServeurCups::Instance(&raison);
+  ASSERT_NE(serveur, nullptr) << "cupsd est installé mais ne démarre pas : " << raison;
+  ASSERT_FALSE(essai_demo::Base().empty()) << "la base de démonstration n'a pas pu être créée";
+  essai::Application();
 }
 
 std::string ServeurCups::Journal() const { return essai::Lit(dossier_ + "/log/error_log"); }

@@ -1,8 +1,8 @@
 // A print server of the tests' own: cupsd run without privileges, with its
 // configuration, spool and logs in a temporary folder, listening on a free
-// port of 127.0.0.1 only. Its queues are written before it starts:
+// port of 127.0.0.1 only, with four queues:
 //
-//   CAPTURE  (the default)  keeps every job: its exact bytes and its options
+//   CAPTURE  (the default)  keeps every job: its exact bytes, title, copies, paper
 //   ARRETEE                 stopped, with the reason "Bourrage papier dans le bac 2"
 //   REFUS                   refuses jobs, with the reason "Toner à remplacer"
 //   PANNE                   accepts jobs, whose backend then fails
@@ -11,9 +11,9 @@
 // the commands it runs.
 #pragma once
 
-#include <map>
+#include <gtest/gtest.h>
+
 #include <string>
-#include <vector>
 
 namespace essai_cups {
 
@@ -21,15 +21,13 @@ namespace essai_cups {
 struct Capture {
   int numero = 0;
   std::string contenu;  // the bytes the scheduler handed the backend
-  std::string titre;
-  std::string copies;
-  std::map<std::string, std::string> options;  // "media=A4 job-uuid=…", parsed
+  std::string titre, copies, papier;
 };
 
 class ServeurCups {
  public:
   // Started on first use and stopped at the end of the program; nullptr
-  // when cupsd cannot be started here, *raison then saying why.
+  // when cupsd cannot be started, *raison then saying why.
   static ServeurCups* Instance(std::string* raison);
   ~ServeurCups();
 
@@ -38,8 +36,8 @@ class ServeurCups {
   void Arrete();
   bool Relance() { return Demarre(nullptr); }
 
-  // The jobs the queue captured so far, in job order.
-  std::vector<Capture> Captures(const std::string& file) const;
+  // How many jobs the queue captured so far.
+  int Nombre(const std::string& file) const;
   // Waits (up to 20 s) for the queue to capture job numero; numero 0 if not.
   Capture AttendCapture(const std::string& file, int numero) const;
   // The scheduler's error log, for failure messages.
@@ -50,10 +48,17 @@ class ServeurCups {
   bool Prepare(std::string* raison);
   bool Demarre(std::string* raison);
 
-  std::string dossier_;
-  std::string adresse_;
-  int port_ = 0;
-  int pid_ = -1;
+  std::string dossier_, adresse_;
+  int port_ = 0, pid_ = -1;
+};
+
+// The tests that print to the server, with the demo store and the Qt
+// application. Skipped where cupsd is not installed at all; failed where it
+// is and cannot start.
+class AvecServeur : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  ServeurCups* serveur = nullptr;
 };
 
 }  // namespace essai_cups
