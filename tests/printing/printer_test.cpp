@@ -1,11 +1,13 @@
-// The printer object's semantics, on the recording surface.
+// The printer object's semantics, read back in the text and JSON forms of a
+// recording.
 #include "printing/printer.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "printing/print_formats.h"
 #include "printing/recording.h"
 
 namespace {
@@ -14,55 +16,66 @@ class PrinterTest : public ::testing::Test {
  protected:
   printing::Enregistrement rec;
   printing::Printer p{std::make_unique<printing::RecordingSurface>(&rec)};
-
-  // The page's texts as "x,y:text" (twips, rounded) and the current position.
-  std::vector<std::string> Page(size_t page) {
-    std::vector<std::string> t;
-    for (const auto& e : rec.pages.at(page).elements) {
-      const auto& x = std::get<printing::ElementTexte>(e);
-      t.push_back(std::to_string(std::lround(x.x)) + "," + std::to_string(std::lround(x.y)) + ":" +
-                  x.texte);
-    }
-    t.push_back("@" + std::to_string(std::lround(p.CurrentX())) + "," +
-                std::to_string(std::lround(p.CurrentY())));
-    return t;
-  }
 };
 
-using Lignes = std::vector<std::string>;
-
-// A line is 0.417 cm (236 twips) at 11 points, a character 0.6 em (132 twips).
-TEST_F(PrinterTest, PrintEndsTheLineUnlessAskedAndEmptyPrintIsAnEmptyLine) {
-  p.Print("Nom", false);
-  p.Print("é : x", false);  // five characters, seven bytes
-  p.Print("!");
+TEST_F(PrinterTest, TextKeepsEveryCharacterJoinsPiecesAndMarksPageEjects) {
+  EXPECT_EQ(printing::EnTexte(rec), "");
+  p.Print(" Nom                   : ", false);
+  p.Print("DUPONT  ", false);
+  p.Print("");
   p.Print();
-  p.Print("suite");
-  EXPECT_EQ(Page(0),
-            (Lignes{"0,0:Nom", "396,0:é : x", "1056,0:!", "0,236:", "0,473:suite", "@0,709"}));
+  p.Print(" ");
+  p.NewPage();
+  p.NewPage();  // a page with nothing on it
+  p.Print("Hélène");
+  p.EndDoc();
+  EXPECT_EQ(printing::EnTexte(rec), " Nom                   : DUPONT  \n\n \n\f\n\f\nHélène\n");
 }
 
-TEST_F(PrinterTest, LineHeightFollowsTheTallestFontOfTheLine) {
-  p.SetFontSize(16);
-  p.Print("titre");
-  p.SetFontSize(18);
-  p.SetFontBold(true);
-  p.Print("DOSSIER", false);
-  p.SetFontSize(11);
-  p.Print(" AIDE");  // the 11-point end of an 18-point line
-  EXPECT_EQ(Page(0), (Lignes{"0,0:titre", "0,344:DOSSIER", "1512,344: AIDE", "@0,731"}));
-}
-
-TEST_F(PrinterTest, TheSixtyNinthElevenPointLineOfAnA4PageGoesToANewPage) {
-  for (int i = 1; i <= 68; ++i) p.Print("ligne " + std::to_string(i));
-  EXPECT_EQ(p.PageCount(), 1);
-  // A line under way at the bottom stays where it began; no header: the
-  // runtime only ejects.
+// 68 lines of 11 points fill an A4 page. A line under way at the bottom goes
+// whole to the next page, and no header comes: the runtime only ejects.
+TEST_F(PrinterTest, TheSixtyNinthElevenPointLineGoesToANewPage) {
+  std::string attendu;
+  for (int i = 1; i <= 68; ++i) {
+    p.Print("ligne " + std::to_string(i));
+    attendu += "ligne " + std::to_string(i) + "\n";
+  }
   p.Print("début", false);
-  EXPECT_EQ(p.PageCount(), 2);
   p.Print(" fin");
-  EXPECT_EQ(rec.pages.at(0).elements.size(), 68u);
-  EXPECT_EQ(Page(1), (Lignes{"0,0:début", "660,0: fin", "@0,236"}));
+  p.EndDoc();
+  EXPECT_EQ(printing::EnTexte(rec), attendu + "\f\ndébut fin\n");
+}
+
+// A character advances 0.6 em (132 twips at 11 points); a line is as high as
+// its tallest font (0.417 cm at 11 points, 344 twips at 16).
+TEST_F(PrinterTest, JsonHasOneItemPerPrintCallInDrawingOrderWithRoundedTwips) {
+  p.Print("a", false);
+  p.SetFontSize(16);
+  p.SetFontItalic(true);
+  p.Print("é", false);  // one character, two bytes
+  p.SetFontSize(11.5);
+  p.SetFontItalic(false);
+  p.Print("b");
+  p.SetDrawWidth(3);
+  p.Line(1134, 343.9, 2268.4999, 500.5);
+  p.Print("c");
+  p.NewPage();
+  p.EndDoc();
+
+  const auto attendu = nlohmann::ordered_json::parse(R"({"pages": [{"items": [
+    {"text": "a", "x": 0, "y": 0, "font": {"name": "Courier New", "size": 11,
+     "bold": false, "italic": false, "underline": false}},
+    {"text": "é", "x": 132, "y": 0, "font": {"name": "Courier New", "size": 16,
+     "bold": false, "italic": true, "underline": false}},
+    {"text": "b", "x": 324, "y": 0, "font": {"name": "Courier New", "size": 11.5,
+     "bold": false, "italic": false, "underline": false}},
+    {"line": [1134, 344, 2268, 501], "width": 3},
+    {"text": "c", "x": 0, "y": 344, "font": {"name": "Courier New", "size": 11.5,
+     "bold": false, "italic": false, "underline": false}}]},
+    {"items": []}]})");
+  // Compared as written: key order is part of the format, and coordinates and
+  // sizes of whole points are JSON integers (344, not 344.0).
+  EXPECT_EQ(nlohmann::ordered_json::parse(printing::EnJson(rec)).dump(1), attendu.dump(1));
 }
 
 // A surface whose document cannot be completed (a full disk, a refused job).
