@@ -9,8 +9,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 
-#include "tests/printing/outils.h"
+#include "tests/app/programmes.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ namespace {
 // fonts-liberation is this program run again with a font configuration that
 // holds only the DejaVu fonts.
 TEST(PolicesTest, WithoutLiberationTheNearestFixedPitchFontIsUsedAndNamedOnce) {
+  essai::Application();
   if (std::getenv("VESKO_ESSAI_SANS_LIBERATION") != nullptr) {  // the second run
     const std::string famille = printing::FamillePolice("Courier New");
     printing::FamillePolice("courier new");  // the same font: no second notice
@@ -32,18 +34,18 @@ TEST(PolicesTest, WithoutLiberationTheNearestFixedPitchFontIsUsedAndNamedOnce) {
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
   const char* dejavu = "/usr/share/fonts/truetype/dejavu";
   if (!std::filesystem::exists(dejavu)) GTEST_SKIP() << "fonts-dejavu-core absent";
-  essai::DossierTemporaire dossier;
+  const essai::Dossier dossier;
   std::ofstream(dossier / "fonts.conf")
       << "<?xml version=\"1.0\"?>\n<fontconfig><dir>" << dejavu << "</dir><cachedir>"
       << (dossier / "cache") << "</cachedir></fontconfig>\n";
-  const std::string sortie =
+  const essai::Resultat r =
       essai::Lance("VESKO_ESSAI_SANS_LIBERATION=1 QT_QPA_PLATFORM=offscreen FONTCONFIG_FILE=" +
                    (dossier / "fonts.conf") + " /proc/" + std::to_string(getpid()) +
-                   "/exe --gtest_filter=PolicesTest.WithoutLiberation* 2>" + (dossier / "erreurs"));
-  EXPECT_NE(sortie.find("famille=DejaVu Sans Mono fixe=1 reelle=DejaVu Sans Mono\n"),
+                   "/exe --gtest_filter=PolicesTest.WithoutLiberation*");
+  EXPECT_NE(r.sortie.find("famille=DejaVu Sans Mono fixe=1 reelle=DejaVu Sans Mono\n"),
             std::string::npos)
-      << sortie;
-  std::ifstream flux(dossier / "erreurs");
+      << r.sortie;
+  std::istringstream flux(r.erreurs);
   int avis = 0;
   for (std::string ligne; std::getline(flux, ligne);) {
     if (ligne.rfind("Vesko : ", 0) != 0) continue;

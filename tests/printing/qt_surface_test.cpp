@@ -20,11 +20,12 @@
 #include "printing/printer.h"
 #include "printing/recording.h"
 #include "printing/rendu.h"
-#include "tests/printing/outils.h"
+#include "tests/app/programmes.h"
 
 namespace {
 
-using essai::Lance;
+// What a command writes on its standard output.
+std::string Sortie(const std::string& commande) { return essai::Lance(commande).sortie; }
 
 constexpr double kCm = 567;
 constexpr double kLigne = 0.417 * kCm;
@@ -124,7 +125,8 @@ std::vector<std::string> LignesVisibles(const std::string& texte) {
 }
 
 TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
-  essai::DossierTemporaire dossier;
+  essai::Application();
+  const essai::Dossier dossier;
   printing::Enregistrement rec;
   printing::Printer enregistreur(std::make_unique<printing::RecordingSurface>(&rec));
   const double haut = ImprimeExemple(enregistreur);
@@ -134,25 +136,25 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
   printing::Printer imprimante(printing::SurfacePdf(pdf, travail));
   ImprimeExemple(imprimante);
 
-  int statut = -1;
-  const std::string texte = Lance("pdftotext -layout '" + pdf + "' -", &statut);
-  ASSERT_EQ(statut, 0) << "pdftotext (poppler-utils) est nécessaire";
+  const essai::Resultat r = essai::Lance("pdftotext -layout '" + pdf + "' -");
+  ASSERT_EQ(r.statut, 0) << "pdftotext (poppler-utils) est nécessaire";
+  const std::string& texte = r.sortie;
   EXPECT_EQ(LignesVisibles(texte), LignesVisibles(printing::EnTexte(rec))) << texte;
 
-  const std::string polices = Lance("pdffonts '" + pdf + "'");
+  const std::string polices = Sortie("pdffonts '" + pdf + "'");
   EXPECT_TRUE(std::regex_search(polices, std::regex(R"(\n(LiberationMono|CourierNew\w*) .* yes )")))
       << polices;
   EXPECT_TRUE(
       std::regex_search(polices, std::regex(R"((LiberationMono|CourierNew\w*)-BoldItalic)")))
       << polices;
-  const std::string infos = Lance("pdfinfo '" + pdf + "'");
+  const std::string infos = Sortie("pdfinfo '" + pdf + "'");
   EXPECT_NE(infos.find("Title:           DOSSIER AIDE S0001"), std::string::npos) << infos;
 
   // Words sit on the grid of 0.6 em from the printable origin, 5 mm in, and
   // on the rows of 0.417 cm.
   auto verifie_mot = [&](int page, const std::string& mot, int colonne, double y) {
     const std::string p = std::to_string(page);
-    const std::string boites = Lance("pdftotext -f " + p + " -l " + p + " -bbox '" + pdf + "' -");
+    const std::string boites = Sortie("pdftotext -f " + p + " -l " + p + " -bbox '" + pdf + "' -");
     std::smatch m;
     ASSERT_TRUE(std::regex_search(
         boites, m, std::regex("xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\"[^>]*>" + mot + "<")))
@@ -165,7 +167,7 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
   verifie_mot(1, "Anne", 26, haut + 3 * kLigne);  // a row printed in pieces
   verifie_mot(2, "deux", 5, 0);                   // the origin holds on the next page
 
-  Lance("pdftoppm -png -r 100 -f 1 -l 1 " + pdf + " " + (dossier / "rendu"));
+  Sortie("pdftoppm -png -r 100 -f 1 -l 1 " + pdf + " " + (dossier / "rendu"));
   VerifieCadre(QImage(QString::fromStdString(dossier / "rendu-1.png")), haut);
 
   // Qt's printer, as a system queue gets it, draws the same page.
@@ -174,8 +176,8 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
   qprinter->setOutputFileName(QString::fromStdString(dossier / "file.pdf"));
   printing::Printer file(std::make_unique<printing::QtSurface>(std::move(qprinter), "file"));
   ImprimeExemple(file);
-  EXPECT_EQ(Lance("pdftotext -layout " + (dossier / "file.pdf") + " -"), texte);
-  Lance("pdftoppm -png -r 100 -f 1 -l 1 " + (dossier / "file.pdf") + " " + (dossier / "file"));
+  EXPECT_EQ(Sortie("pdftotext -layout " + (dossier / "file.pdf") + " -"), texte);
+  Sortie("pdftoppm -png -r 100 -f 1 -l 1 " + (dossier / "file.pdf") + " " + (dossier / "file"));
   VerifieCadre(QImage(QString::fromStdString(dossier / "file-1.png")), haut);
 
   // The recording replayed as images (`vesko print --png`) draws the same page.
@@ -187,7 +189,8 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
 // The system list's "PDF" writes the file named when its document opens, not
 // when the list was made (the print dialog names it afterwards).
 TEST(QtSurfaceTest, PdfFileNamedLastWrittenOnlyWithPagesAndAMissingFolderOrQueueNamed) {
-  essai::DossierTemporaire dossier;
+  essai::Application();
+  const essai::Dossier dossier;
   const auto liste = printing::ListeImprimantes::Systeme();
   ASSERT_EQ(liste.back().nom, "PDF");
   printing::ListeImprimantes::FixeFichierPdf(dossier / "choisi.pdf");
