@@ -8,7 +8,6 @@
 #include "app/gui/choix_imprimante.h"
 #include "app/gui/fenetre_hote.h"
 #include "marbrel/outils.h"
-#include "tests/cups/magasin_demo.h"
 #include "tests/cups/serveur_cups.h"
 
 namespace {
@@ -18,7 +17,7 @@ class FenetreCups : public essai_cups::AvecServeur {};
 TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog) {
   hote::FenetreHote fenetre;
   fenetre.Controle().Fixe_Aujourdhui(marbrel::Outils::Date_Interne(2024, 3, 15));
-  fenetre.OuvreBase(QString::fromStdString(essai_demo::Base()));
+  fenetre.OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
   fenetre.Selectionne({"A0001", "A0002"});
   fenetre.show();
   // The user accepts the print dialog as it opens: the default queue, A4.

@@ -15,38 +15,28 @@
 #include <sstream>
 #include <thread>
 
-#include "tests/cups/magasin_demo.h"
-
 namespace essai_cups {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-void Ecrit(const std::string& chemin, const std::string& contenu, bool executable = false) {
+void Ecrit(const std::string& chemin, const std::string& contenu) {
   std::ofstream(chemin, std::ios::binary) << contenu;
-  fs::permissions(chemin, executable ? fs::perms(0755) : fs::perms(0644));
 }
 
-// The capture backend. Without arguments it describes itself (device
-// discovery); with them it is a job: $1 id, $2 user, $3 title, $4 copies,
-// $5 options, $6 the file (or standard input). It keeps the bytes and the
-// rest side by side in the folder of its device URI, and renames the job
-// last so that a job file that exists is complete.
-constexpr const char* kCapture = R"(#!/bin/sh
-if [ $# -eq 0 ]; then echo 'direct capture "Unknown" "Capture des travaux"'; exit 0; fi
-d="${DEVICE_URI#capture:}"
-if [ -n "$6" ]; then cat "$6" > "$d/$1.part"; else cat > "$d/$1.part"; fi
+// The backend of every queue. Without arguments it describes itself (device
+// discovery); with them it is a job: $1 id, $3 title, $4 copies, $5 options,
+// $6 the file (or standard input). "capture:FOLDER" keeps the bytes and the
+// rest side by side there, renaming the job last so that a job file that
+// exists is complete; "panne:" fails every job, as a jammed printer does.
+constexpr const char* kBackend = R"(#!/bin/sh
+[ $# -eq 0 ] && { echo "direct ${0##*/} \"Unknown\" \"Essai\""; exit 0; }
+d="${DEVICE_URI#*:}"
+cat ${6:+"$6"} > "$d/$1.part"
+case "$DEVICE_URI" in panne:*) echo "ERROR: Plus de papier dans le bac 1" >&2; exit 1;; esac
 printf '%s\n%s\n%s\n' "$3" "$4" "$5" > "$d/$1.info"
 mv "$d/$1.part" "$d/$1.job"
-)";
-
-// A printer that fails every job, as a jammed one does.
-constexpr const char* kPanne = R"(#!/bin/sh
-if [ $# -eq 0 ]; then echo 'direct panne "Unknown" "Imprimante en panne"'; exit 0; fi
-cat > /dev/null
-echo "ERROR: Plus de papier dans le bac 1" >&2
-exit 1
 )";
 
 // Binds (port 0: any free port, which is returned) or connects to a port of
@@ -95,13 +85,15 @@ bool ServeurCups::Prepare(std::string* raison) {
   for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend"}) {
     fs::create_directories(d + "/" + sous);
   }
-  // The system's filters and helpers, with our two backends in place of theirs.
+  // The system's filters and helpers, with our backend in place of theirs.
   for (const auto& e : fs::directory_iterator("/usr/lib/cups")) {
     if (e.path().filename() != "backend")
       fs::create_symlink(e.path(), fs::path(d) / "bin" / e.path().filename());
   }
-  Ecrit(d + "/bin/backend/capture", kCapture, true);
-  Ecrit(d + "/bin/backend/panne", kPanne, true);
+  for (const char* nom : {"capture", "panne"}) {
+    Ecrit(d + "/bin/backend/" + nom, kBackend);
+    fs::permissions(d + "/bin/backend/" + nom, fs::perms(0755));
+  }
 
   Ecrit(d + "/cups-files.conf",
         "ServerRoot " + d + "\nServerBin " + d + "/bin\nRequestRoot " + d + "/spool\nTempDir " + d +
@@ -125,7 +117,7 @@ bool ServeurCups::Prepare(std::string* raison) {
     fs::create_directories(d + "/files/" + nom);
     const std::string balise = nom == "CAPTURE" ? "DefaultPrinter" : "Printer";
     files += "<" + balise + " " + nom + ">\nState " + etat + "\nErrorPolicy abort-job\nDeviceURI " +
-             (nom == "PANNE" ? "panne:/" : "capture:" + d + "/files/" + nom) + "\n</" + balise +
+             (nom == "PANNE" ? "panne:" : "capture:") + d + "/files/" + nom + "\n</" + balise +
              ">\n";
   }
   Ecrit(d + "/printers.conf", files);
@@ -208,6 +200,18 @@ Capture ServeurCups::AttendCapture(const std::string& file, int numero) const {
   return c;
 }
 
+const std::string& BaseDemo() {
+  static const essai::Dossier dossier;
+  static const std::string base = [] {
+    const std::string chemin = dossier / "demo.vesko";
+    const bool fait =
+        essai::Vesko("init --db '" + chemin + "'").statut == 0 &&
+        essai::Vesko("import --db '" + chemin + "' " VESKO_SOURCE_DIR "/demo/*.json").statut == 0;
+    return fait ? chemin : std::string();
+  }();
+  return base;
+}
+
 void AvecServeur::SetUp() {
   if (!fs::exists("/usr/sbin/cupsd"))
     GTEST_SKIP() << "cupsd est absent (paquet cups-daemon non installé) : pas de serveur "
@@ -215,7 +219,7 @@ void AvecServeur::SetUp() {
   std::string raison;
   serveur = ServeurCups::Instance(&raison);
   ASSERT_NE(serveur, nullptr) << "cupsd est installé mais ne démarre pas : " << raison;
-  ASSERT_FALSE(essai_demo::Base().empty()) << "la base de démonstration n'a pas pu être créée";
+  ASSERT_FALSE(BaseDemo().empty()) << "la base de démonstration n'a pas pu être créée";
   essai::Application();
 }
 

@@ -15,6 +15,8 @@
 
 #include <string>
 
+#include "tests/app/programmes.h"
+
 namespace essai_cups {
 
 // What the capture backend kept of one job.
@@ -51,6 +53,10 @@ class ServeurCups {
   std::string dossier_, adresse_;
   int port_ = 0, pid_ = -1;
 };
+
+// The demo store (`vesko init` then `vesko import demo/*.json`) the print
+// commands print from, made once per program; "" when it could not be made.
+const std::string& BaseDemo();
 
 // The tests that print to the server, with the demo store and the Qt
 // application. Skipped where cupsd is not installed at all; failed where it
