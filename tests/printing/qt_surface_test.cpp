@@ -167,7 +167,7 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
   verifie_mot(1, "Anne", 26, haut + 3 * kLigne);  // a row printed in pieces
   verifie_mot(2, "deux", 5, 0);                   // the origin holds on the next page
 
-  Sortie("pdftoppm -png -r 100 -f 1 -l 1 " + pdf + " " + (dossier / "rendu"));
+  essai::Lance("pdftoppm -png -r 100 -f 1 -l 1 " + pdf + " " + (dossier / "rendu"));
   VerifieCadre(QImage(QString::fromStdString(dossier / "rendu-1.png")), haut);
 
   // Qt's printer, as a system queue gets it, draws the same page.
@@ -177,7 +177,8 @@ TEST(QtSurfaceTest, PdfCarriesTheTextTheFontsAndTheFramesOfThePrint) {
   printing::Printer file(std::make_unique<printing::QtSurface>(std::move(qprinter), "file"));
   ImprimeExemple(file);
   EXPECT_EQ(Sortie("pdftotext -layout " + (dossier / "file.pdf") + " -"), texte);
-  Sortie("pdftoppm -png -r 100 -f 1 -l 1 " + (dossier / "file.pdf") + " " + (dossier / "file"));
+  essai::Lance("pdftoppm -png -r 100 -f 1 -l 1 " + (dossier / "file.pdf") + " " +
+               (dossier / "file"));
   VerifieCadre(QImage(QString::fromStdString(dossier / "file-1.png")), haut);
 
   // The recording replayed as images (`vesko print --png`) draws the same page.
