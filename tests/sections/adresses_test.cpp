@@ -1,16 +1,9 @@
 // The invoicing address of a care recipient and the bank details of every
 // dossier type.
-#include <gtest/gtest.h>
-
 #include "tests/sections/releve.h"
 
-using banc::Fiche;
-using banc::Rec;
-using banc::S;
-using V = std::vector<std::string>;
-
 TEST(Adresses, CareRecipientInvoicingAndBank) {
-  banc::Banc b;
+  Banc b;
   b.Met("ELTSFACTAIDE", "A0001",
         Fiche("1=M|2=LEROY Jeanne|3=12|5=rue|6=des Lilas|7=Bât. B|8=75001|9=PARIS|10=1|"
               "11=05|15=Fille|18=30004|19=00123|20=00012345678|21=42"));
@@ -19,25 +12,24 @@ TEST(Adresses, CareRecipientInvoicingAndBank) {
   // refusal flag stops the direct debit.
   b.Met("ELTSFACTAIDE", "A0002", Fiche("1=m|3=3|8=69006|9=LYON|10=0|18=99|25=1"));
   b.Imprime("AIDE", {"A0001", "A0002"});
-  EXPECT_EQ(banc::Bloc(b, "ADRESSE FACTURATION"),
+  EXPECT_EQ(Bloc(b, "ADRESSE FACTURATION"),
             (V{" ", " Périodicité          : Mensuelle", " Nom                  : LEROY Jeanne",
                " Adresse              : 12 rue des Lilas", S(24) + "Bât. B",
                S(24) + "75001 PARIS Cedex 05", " Relation             : Fille", " "}));
   // A 5-character bank code is followed by 25 spaces; an empty refusal flag
   // with a key means the direct debit is on.
-  const V banque = {" ", " Nom banque           : BNP PARIBAS",
-                    " Code banque          : 30004" + S(25) + " Code guichet  : 00123",
-                    " Numéro de compte     : 00012345678" + S(19) + " Clé           : 42",
-                    " Prélèvement          : OUI"};
-  EXPECT_EQ(banc::Bloc(b, "ADRESSE BANCAIRE"), banque);
+  EXPECT_EQ(Bloc(b, "ADRESSE BANCAIRE"),
+            (V{" ", " Nom banque           : BNP PARIBAS",
+               " Code banque          : 30004" + S(25) + " Code guichet  : 00123",
+               " Numéro de compte     : 00012345678" + S(19) + " Clé           : 42",
+               " Prélèvement          : OUI"}));
 
-  const auto f = banc::Bloc(b, "ADRESSE FACTURATION", 1);
+  const auto f = Bloc(b, "ADRESSE FACTURATION", 1);
   ASSERT_EQ(f.size(), 8u);
   EXPECT_EQ(f[1], " Périodicité          : ");
   // The street keeps its trailing space; the block still takes three lines.
-  EXPECT_EQ(V(f.begin() + 3, f.begin() + 6),
-            (V{" Adresse              : 3 ", S(24) + "69006 LYON", " "}));
-  const auto l = banc::Bloc(b, "ADRESSE BANCAIRE", 1);
+  EXPECT_EQ(Tranche(f, 3, 6), (V{" Adresse              : 3 ", S(24) + "69006 LYON", " "}));
+  const auto l = Bloc(b, "ADRESSE BANCAIRE", 1);
   ASSERT_EQ(l.size(), 5u);
   EXPECT_EQ(l[1], " Nom banque           : ");
   EXPECT_EQ(l[4], " Prélèvement          : NON");
@@ -45,13 +37,14 @@ TEST(Adresses, CareRecipientInvoicingAndBank) {
 
 TEST(Adresses, OtherDossierTypesUseTheirOwnBankRecordWithoutDebitLine) {
   for (const std::string type : {"AIDANT", "BENEVOLE"}) {
-    banc::Banc b;
+    Banc b;
     b.Met("RIBAIDANT", "S0001", Rec({"", "", "20041", "01005", "0512345K020", "88"}));
     b.Met("BIC", "20041", Rec({"PSSTFRPP", "LA BANQUE POSTALE"}));
     b.Imprime(type, {"S0001"});
-    const V attendu = {" ", " Nom banque           : LA BANQUE POSTALE",
-                       " Code banque          : 20041" + S(25) + " Code guichet  : 01005",
-                       " Numéro de compte     : 0512345K020" + S(19) + " Clé           : 88"};
-    EXPECT_EQ(banc::Bloc(b, "ADRESSE BANCAIRE"), attendu) << type;
+    EXPECT_EQ(Bloc(b, "ADRESSE BANCAIRE"),
+              (V{" ", " Nom banque           : LA BANQUE POSTALE",
+                 " Code banque          : 20041" + S(25) + " Code guichet  : 01005",
+                 " Numéro de compte     : 0512345K020" + S(19) + " Clé           : 88"}))
+        << type;
   }
 }

@@ -1,15 +1,6 @@
 // HABITAT, PERSONNE A PREVENIR and CONTACTS: the housing conditions two to a
 // line, labels cut to their column, the person to notify from the right record.
-#include <gtest/gtest.h>
-
 #include "tests/sections/releve.h"
-
-using banc::Banc;
-using banc::Bloc;
-using banc::Fiche;
-using banc::Rec;
-using banc::S;
-using V = std::vector<std::string>;
 
 TEST(Habitat, FourConditionsTwoToALineAndUnknownCodes) {
   Banc b;
@@ -36,26 +27,25 @@ TEST(Habitat, FourConditionsTwoToALineAndUnknownCodes) {
 }
 
 TEST(PersonneAPrevenir, FromTheEnvironmentOrTheCarersRecordOrEmpty) {
+  const V labels = {
+      " ", " Nom                  : ", " Téléphone            : ", " Observations         : "};
+  auto avec = [&](const std::string& nom, const std::string& tel, const std::string& obs) {
+    return V{" ", labels[1] + nom, labels[2] + tel, labels[3] + obs};
+  };
   Banc b;
   b.Met("ENVIRONAIDE", "A0001",
         Fiche("9=LEROY Jeanne|10=06 01|11=Fille|12=Le dimanche|13=Voisine du 2e|14=Boulangerie"));
   // A carer's record under the same key is not the care recipient's.
   b.Met("INFOSAIDANT", "A0001", Rec({"AUTRE", "00", "non"}));
   b.Imprime("AIDE", {"A0001"});
-  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"),
-            (V{" ", " Nom                  : LEROY Jeanne", " Téléphone            : 06 01",
-               " Observations         : Fille"}));
+  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"), avec("LEROY Jeanne", "06 01", "Fille"));
   EXPECT_EQ(Bloc(b, "CONTACTS"),
             (V{" ", " Familiaux            : Le dimanche", " Voisinage            : Voisine du 2e",
                " Commerces            : Boulangerie"}));
 
   b.Met("INFOSAIDANT", "S0001", Rec({"MARTIN Paul", "04 01", "Frère"}));
   b.Imprime("AIDANT", {"S0001", "S0002"});
-  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"),
-            (V{" ", " Nom                  : MARTIN Paul", " Téléphone            : 04 01",
-               " Observations         : Frère"}));
+  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"), avec("MARTIN Paul", "04 01", "Frère"));
   // The second carer has no record: the labels stand alone.
-  EXPECT_EQ(
-      Bloc(b, "PERSONNE A PREVENIR", 1),
-      (V{" ", " Nom                  : ", " Téléphone            : ", " Observations         : "}));
+  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR", 1), labels);
 }

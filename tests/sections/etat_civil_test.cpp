@@ -1,46 +1,32 @@
 // ETAT CIVIL for both dossier types: the address block that keeps its height,
 // the Cedex rule, ages around a birthday, the code words and a carer's
 // dependants in their frame.
-#include <gtest/gtest.h>
-
 #include "tests/sections/releve.h"
 
-using banc::Banc;
-using banc::Fiche;
-using banc::Jour;
-using banc::S;
-
-namespace {
-
-const std::string kEnteteCharges =
-    "               Nom             Prénom        Date de nais.        Lien";
-
-std::vector<std::string> Imprime(const std::string& type, const marbrel::TabDyn& fiche,
-                                 const std::string& aujourdhui = "15/03/2024") {
+static V Imprime(const std::string& type, const marbrel::TabDyn& fiche,
+                 const std::string& aujourdhui = "15/03/2024") {
   Banc b;
-  b.Met("TABLES", "SITSOCIOPROF", banc::Rec({"", "ACT]RET", "Actif]Retraité"}));
+  b.Met("TABLES", "SITSOCIOPROF", Rec({"", "ACT]RET", "Actif]Retraité"}));
   b.Met(type == "AIDE" ? "CIVILAIDE" : "CIVILAIDANT", "K1", fiche);
   b.Imprime(type, {"K1"}, aujourdhui);
-  return banc::Bloc(b, "ETAT CIVIL");
+  return Bloc(b, "ETAT CIVIL");
 }
-
-}  // namespace
 
 TEST(EtatCivil, CareRecipientLines) {
   auto l = Imprime("AIDE", Fiche("4=DURAND|5=12|6=rue|7=des Lilas|9=Bâtiment B|10=75001|"
                                  "11=PARIS|12=1|13=05|14=01 23 45|15=le soir|18=2400575123456|"
                                  "19=12|20=" +
                                  Jour("02/05/1940") + "|21=Lyon|24=France|25=3|42=RET"));
-  const std::vector<std::string> attendu = {
-      " ", " Nom patronymique     : DURAND", " ",
-      // Pieces 5 to 7 each bring a trailing space; piece 8 is empty.
-      " Adresse              : 12 rue des Lilas ", S(24) + "Bâtiment B",
-      S(24) + "75001 PARIS Cedex 05", " ", " Téléphone            : 01 23 45",
-      "        Observations  : le soir", " ", " N.I.R.               : 2400575123456 12", " ",
-      // No nationality line for a care recipient, but its blank line stays.
-      " ", " Date de naissance    : 02/05/1940          Age        : 83 ans",
-      " Lieu de naissance    : Lyon", " Pays de naissance    : France", " ",
-      " Situation familiale  : Veuf", " ", " Situation socio-prof : Retraité"};
+  const V attendu = {" ", " Nom patronymique     : DURAND", " ",
+                     // Pieces 5 to 7 each bring a trailing space; piece 8 is empty.
+                     " Adresse              : 12 rue des Lilas ", S(24) + "Bâtiment B",
+                     S(24) + "75001 PARIS Cedex 05", " ", " Téléphone            : 01 23 45",
+                     "        Observations  : le soir", " ",
+                     " N.I.R.               : 2400575123456 12", " ",
+                     // No nationality line for a care recipient, but its blank line stays.
+                     " ", " Date de naissance    : 02/05/1940          Age        : 83 ans",
+                     " Lieu de naissance    : Lyon", " Pays de naissance    : France", " ",
+                     " Situation familiale  : Veuf", " ", " Situation socio-prof : Retraité"};
   EXPECT_EQ(l, attendu);
 }
 
@@ -48,7 +34,7 @@ TEST(EtatCivil, AddressBlockKeepsItsHeightAndCedexIsForCareRecipientsOnly) {
   const std::string ville = S(24) + "75001 PARIS", a = " Adresse              : ";
   struct Cas {
     std::string type, rue, complement, cedex;
-    std::vector<std::string> bloc;
+    V bloc;
   };
   const std::vector<Cas> cas = {
       {"AIDE", "rue Haute", "Bât. C", "", {a + "rue Haute ", S(24) + "Bât. C", ville, " "}},
@@ -64,7 +50,7 @@ TEST(EtatCivil, AddressBlockKeepsItsHeightAndCedexIsForCareRecipientsOnly) {
     auto l = Imprime(c.type, Fiche("6=" + c.rue + "|9=" + c.complement +
                                    "|10=75001|11=PARIS|12=" + c.cedex + "|13=05"));
     ASSERT_GE(l.size(), 8u);
-    EXPECT_EQ(std::vector<std::string>(l.begin() + 3, l.begin() + 7), c.bloc);
+    EXPECT_EQ(V(l.begin() + 3, l.begin() + 7), c.bloc);
     EXPECT_EQ(l[7].rfind(" Téléphone", 0), 0u);
   }
 }
@@ -84,6 +70,8 @@ TEST(EtatCivil, AgesUnknownCodesAndNoDate) {
 }
 
 TEST(EtatCivil, CarerLinesAndDependantsFrame) {
+  const std::string entete =
+      "               Nom             Prénom        Date de nais.        Lien";
   std::string douze;  // a second carer's dependants: only ten print
   for (int i = 1; i <= 12; ++i) douze += (i > 1 ? "]NOM" : "NOM") + std::to_string(i);
   Banc b;
@@ -95,7 +83,7 @@ TEST(EtatCivil, CarerLinesAndDependantsFrame) {
               "|27=Villeurbanne|30=France"));
   b.Met("CIVILAIDANT", "S0002", Fiche("22=" + douze));
   b.Imprime("AIDANT", {"S0001", "S0002", "S0003"});
-  const std::vector<std::string> attendu = {
+  const V attendu = {
       " ", " Nom patronymique     : MARTIN", " ", " Adresse              : 3 allée des Pins",
       S(24) + "69003 LYON", " ", " ", " Téléphone 1          : 04 11",
       "        Observations  : bureau", " ", " Téléphone 2          : 06 55",
@@ -104,19 +92,18 @@ TEST(EtatCivil, CarerLinesAndDependantsFrame) {
       // Born the day after "today" 39 years ago: still 38.
       " Date de naissance    : 16/03/1985          Age        : 38 ans",
       " Lieu de naissance    : Villeurbanne", " Pays de naissance    : France", " ",
-      " Situation familiale  : Célibataire", " ", " ", " Personnes à charge", " ", " ", " ",
-      kEnteteCharges,
+      " Situation familiale  : Célibataire", " ", " ", " Personnes à charge", " ", " ", " ", entete,
       // A 20-character name keeps its first 16 and one space; a 16-character
       // first name is followed by four; an unknown relation prints nothing.
       "         ABCDEFGHIJKLMNOP Marie-Antoinette    10/06/2010    Enfant",
       "         MARTIN           Léa                 01/09/2015    "};
-  EXPECT_EQ(banc::Bloc(b, "ETAT CIVIL"), attendu);
-  const auto douze_l = banc::Bloc(b, "ETAT CIVIL", 1);
+  EXPECT_EQ(Bloc(b, "ETAT CIVIL"), attendu);
+  const auto douze_l = Bloc(b, "ETAT CIVIL", 1);
   ASSERT_EQ(douze_l.size(), attendu.size() + 8);
   EXPECT_EQ(douze_l.back().substr(0, 15), "         NOM10 ");
-  EXPECT_EQ(banc::Bloc(b, "ETAT CIVIL", 2).back(), kEnteteCharges);
+  EXPECT_EQ(Bloc(b, "ETAT CIVIL", 2).back(), entete);
   // The frame has eleven lines with ten, twelve or no dependants.
   for (int rang : {0, 1, 2}) {
-    EXPECT_EQ(banc::Cadre(b, kEnteteCharges, rang), "11 lignes, 2-18 cm: 6 10 14") << rang;
+    EXPECT_EQ(Cadre(b, entete, rang), "11 lignes, 2-18 cm: 6 10 14") << rang;
   }
 }

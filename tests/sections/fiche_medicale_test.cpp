@@ -1,66 +1,56 @@
 // The medical part of a care recipient's dossier: technical aids two to a
 // line, the latest dated entry (at most 15 lines), the treatment table.
-#include <gtest/gtest.h>
-
 #include "marbrel/texte.h"
 #include "tests/sections/releve.h"
 
-using banc::Jour;
-using banc::Rec;
-using V = std::vector<std::string>;
-
-namespace {
-
-const std::string CRLF = "\r\n";
+static const std::string CRLF = "\r\n";
 
 // Prints two care recipients with their medical sheets and technical aids.
-struct Dossiers {
-  Dossiers(const marbrel::TabDyn& fiche, const std::string& aides1, const std::string& aides2) {
-    b.Met("FICHEMEDAIDE", "A0001", fiche);
-    b.Met("ENVIRONAIDE", "A0001", banc::Fiche("19=" + aides1));
-    b.Met("ENVIRONAIDE", "A0002", banc::Fiche("19=" + aides2));
-    b.Met("TABLES", "AIDETECHNIQUE",
-          Rec({"", "LM]FR]DE]BA]CH]TE",
-               "Lit médicalisé]Fauteuil roulant]Déambulateur]Barre d'appui]Chaise percée]"
-               "Téléalarme"}));
-    b.Imprime("AIDE", {"A0001", "A0002"});
-  }
-  banc::Banc b;
-};
-
-// The aids column: the label and spaces up to 40.
-std::string Col(const std::string& libelle) {
-  return " " + libelle + std::string(40 - texte::Len(libelle), ' ');
+static void Imprime(Banc& b, const marbrel::TabDyn& fiche, const std::string& aides1,
+                    const std::string& aides2) {
+  b.Met("FICHEMEDAIDE", "A0001", fiche);
+  b.Met("ENVIRONAIDE", "A0001", Fiche("19=" + aides1));
+  b.Met("ENVIRONAIDE", "A0002", Fiche("19=" + aides2));
+  b.Met(
+      "TABLES", "AIDETECHNIQUE",
+      Rec({"", "LM]FR]DE]BA]CH]TE",
+           "Lit médicalisé]Fauteuil roulant]Déambulateur]Barre d'appui]Chaise percée]Téléalarme"}));
+  b.Imprime("AIDE", {"A0001", "A0002"});
 }
 
-}  // namespace
+// The aids column: the label and spaces up to 40.
+static std::string Col(const std::string& libelle) {
+  return " " + libelle + S(40 - static_cast<size_t>(texte::Len(libelle)));
+}
 
 TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesDateInBold) {
   std::string vingt;
   for (int i = 1; i <= 20; ++i) vingt += (i > 1 ? CRLF : "") + "Ligne " + std::to_string(i);
-  Dossiers d(Rec({"",
-                  Jour("02/01/2020") + "\\Appendicectomie.]" + Jour("12/02/2024") +
-                      "\\Diabète de type 2" + CRLF + "Hypertension.",
-                  "", Jour("01/03/2024") + "\\" + vingt}),
-             "LM]FR]DE]BA]CH]TE", "BA]]DE]??");
-  EXPECT_EQ(banc::Bloc(d.b, "AIDES TECHNIQUES"),
+  Banc b;
+  Imprime(b,
+          Rec({"",
+               Jour("02/01/2020") + "\\Appendicectomie.]" + Jour("12/02/2024") +
+                   "\\Diabète de type 2" + CRLF + "Hypertension.",
+               "", Jour("01/03/2024") + "\\" + vingt}),
+          "LM]FR]DE]BA]CH]TE", "BA]]DE]??");
+  EXPECT_EQ(Bloc(b, "AIDES TECHNIQUES"),
             (V{" ", Col("Lit médicalisé") + "Fauteuil roulant",
                Col("Déambulateur") + "Barre d'appui", Col("Chaise percée") + "Téléalarme"}));
   // Alone on its line an aid ends with one space; an unknown code has no label.
-  EXPECT_EQ(banc::Bloc(d.b, "AIDES TECHNIQUES", 1),
+  EXPECT_EQ(Bloc(b, "AIDES TECHNIQUES", 1),
             (V{" ", Col("Barre d'appui") + " ", Col("Déambulateur")}));
 
-  EXPECT_EQ(banc::Bloc(d.b, "ANTECEDENTS MEDICAUX"),
+  EXPECT_EQ(Bloc(b, "ANTECEDENTS MEDICAUX"),
             (V{" ", " Date : 12/02/2024", " Diabète de type 2", " Hypertension."}));
-  V diagnostic = banc::Bloc(d.b, "DIAGNOSTIC");
+  V diagnostic = Bloc(b, "DIAGNOSTIC");
   ASSERT_EQ(diagnostic.size(), 17u);  // blank, date, 15 lines
   EXPECT_EQ(diagnostic[16], " Ligne 15");
   // Only the label is in bold, not the date that follows it on its line.
   int dates = 0;
-  for (const auto& page : d.b.Enregistrement().pages) {
+  for (const auto& page : b.Enregistrement().pages) {
     for (size_t k = 0; k + 1 < page.elements.size(); ++k) {
-      const auto* t = banc::Texte(page.elements[k]);
-      const auto* suite = banc::Texte(page.elements[k + 1]);
+      const auto* t = Texte(page.elements[k]);
+      const auto* suite = Texte(page.elements[k + 1]);
       if (!t || !suite || t->texte != "Date :") continue;
       ++dates;
       EXPECT_TRUE(t->police.gras && !suite->police.gras && suite->y == t->y);
@@ -73,17 +63,18 @@ TEST(TraitMed, EntryWrappedAt76AndTheTableWithItsUnitWords) {
   std::string texte;
   for (int i = 0; i < 12; ++i) texte += "traitement ";
   const std::string fin = Jour("30/04/2024");
-  Dossiers d(
-      Rec({"", "", "", "", "", Jour("01/03/2024") + "\\" + texte + "fin", "", "", "",
-           "Metformine 500 mg\\1 comprimé\\3 fois par jour\\3\\M\\" + fin +
-               "]Amoxicilline\\1 gélule\\2 fois par jour\\1\\S\\" + fin +
-               "]Kinésithérapie respiratoire intensive\\1 séance\\2 par semaine\\2\\S\\" + fin +
-               "]Paracétamol\\1 g\\si douleur\\1\\J\\]Collyre\\1 goutte\\matin\\10\\J\\" + fin +
-               "]Pansement\\1\\le soir\\4\\?\\"}),
-      "", "");
+  Banc b;
+  Imprime(b,
+          Rec({"", "", "", "", "", Jour("01/03/2024") + "\\" + texte + "fin", "", "", "",
+               "Metformine 500 mg\\1 comprimé\\3 fois par jour\\3\\M\\" + fin +
+                   "]Amoxicilline\\1 gélule\\2 fois par jour\\1\\S\\" + fin +
+                   "]Kinésithérapie respiratoire intensive\\1 séance\\2 par semaine\\2\\S\\" + fin +
+                   "]Paracétamol\\1 g\\si douleur\\1\\J\\]Collyre\\1 goutte\\matin\\10\\J\\" + fin +
+                   "]Pansement\\1\\le soir\\4\\?\\"}),
+          "", "");
   const std::string six = " traitement traitement traitement traitement traitement traitement";
   EXPECT_EQ(
-      banc::Bloc(d.b, "TRAITEMENT MEDICAL"),
+      Bloc(b, "TRAITEMENT MEDICAL"),
       (V{" ", " Date : 01/03/2024", six, six + " fin", " ",
          "Médication                 Quantité        Fréquence       Durée        Date de fin",
          "Metformine 500 mg          1 comprimé      3 fois par jour 3 Mois       30/04/2024",

@@ -1,20 +1,8 @@
 // A carer's training (the ten-row frame), experience and possible activities.
-#include <gtest/gtest.h>
-
 #include "tests/sections/releve.h"
 
-using banc::Banc;
-using banc::Bloc;
-using banc::Rec;
-using banc::S;
-using V = std::vector<std::string>;
-
-namespace {
-
-const std::string kEntete =
+static const std::string kEntete =
     "            Date           Formation             Heures       Observations";
-
-}  // namespace
 
 TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
   Banc b;
@@ -36,31 +24,26 @@ TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
   b.Met("FORMEXPAIDANT", "S0004", Rec({"N", "", "", "", "", "ALZ]SST", "]7h30"}));
   b.Imprime("AIDANT", {"S0001", "S0002", "S0003", "S0004"});
 
-  const V attendu = {
-      " ", " Etudes               : Baccalauréat" + S(18) + " Année         : 1998",
-      " Diplôme / Niveau     : Diplôme", " Spécialité           : Auxiliaire de vie sociale", " ",
-      kEntete,
-      // Labels cut to 26 characters (accents count as one), hours / 100,
-      // observations cut to 17.
-      S(9) + "08/01/2024" + S(2) + "Sauveteur secouriste du tr" + S(2) + "    7.50" + S(2) +
-          "Recyclage tous le",
-      // A code alone: no date, no hours, no observation.
-      S(21) + "Prévention et secours civi" + S(2) + S(10), " ",
-      S(9) + "04/09/2023" + S(2) + "Accompagnement Alzheimer" + S(4) + "   14.00" + S(2) + "Stage"};
-  auto l = Bloc(b, "FORMATION");
+  V attendu = {" ", " Etudes               : Baccalauréat" + S(18) + " Année         : 1998",
+               " Diplôme / Niveau     : Diplôme",
+               " Spécialité           : Auxiliaire de vie sociale", " ", kEntete,
+               // Labels cut to 26 characters (accents count as one), hours / 100,
+               // observations cut to 17.
+               S(9) + "08/01/2024  Sauveteur secouriste du tr      7.50  Recyclage tous le",
+               // A code alone: no date, no hours, no observation.
+               S(21) + "Prévention et secours civi" + S(12), " ",
+               S(9) + "04/09/2023  Accompagnement Alzheimer       14.00  Stage"};
   // Rows 5 to 10, then the blank after the frame: the eleventh never prints.
-  ASSERT_EQ(l.size(), 17u);
-  EXPECT_EQ(V(l.begin(), l.begin() + 10), attendu);
-  EXPECT_EQ(V(l.begin() + 10, l.end() - 1), V(6, S(21) + "Accompagnement Alzheimer" + S(14)));
-  EXPECT_EQ(l.back(), " ");
+  attendu.resize(16, S(21) + "Accompagnement Alzheimer" + S(14));
+  attendu.push_back(" ");
+  EXPECT_EQ(Bloc(b, "FORMATION"), attendu);
   EXPECT_EQ(b.Texte().find("onzième"), std::string::npos);
   // The frame holds the header and the ten rows.
-  EXPECT_EQ(banc::Cadre(b, kEntete), "11 lignes, 2-18 cm: 4.9 11.3 13.8");
+  EXPECT_EQ(Cadre(b, kEntete), "11 lignes, 2-18 cm: 4.9 11.3 13.8");
 
-  l = Bloc(b, "FORMATION", 1);
-  ASSERT_GE(l.size(), 3u);
-  EXPECT_EQ(l[1], " Etudes               : " + S(30) + " Année         : 2001");
-  EXPECT_EQ(l[2], " Diplôme / Niveau     :");
+  EXPECT_EQ(
+      Tranche(Bloc(b, "FORMATION", 1), 1, 3),
+      (V{" Etudes               : " + S(30) + " Année         : 2001", " Diplôme / Niveau     :"}));
   // No record: every field empty and ten blank rows.
   V vide = {" ",
             " Etudes               : " + S(30) + " Année         : ",
@@ -70,15 +53,12 @@ TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
             kEntete};
   vide.resize(17, " ");
   EXPECT_EQ(Bloc(b, "FORMATION", 2), vide);
-  EXPECT_EQ(Bloc(b, "EXPERIENCES", 2), V(8, " "));
-  EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES", 2), V(4, " "));
 
   // Unreadable hours print as stored and are reported with their place.
-  l = Bloc(b, "FORMATION", 3);
-  ASSERT_GE(l.size(), 8u);
-  EXPECT_EQ(l[2], " Diplôme / Niveau     : Niveau");
-  EXPECT_EQ(l[7], S(21) + "Sauveteur secouriste du tr" + S(2) + "    7h30" + S(2));
-  const auto incidents = banc::Incidents(b, {"Formation", "Experience", "Activite"});
+  const auto l = Bloc(b, "FORMATION", 3);
+  EXPECT_EQ(Tranche(l, 2, 3), V{" Diplôme / Niveau     : Niveau"});
+  EXPECT_EQ(Tranche(l, 7, 8), V{S(21) + "Sauveteur secouriste du tr      7h30  "});
+  const auto incidents = Incidents(b, "");
   ASSERT_EQ(incidents.size(), 1u);
   EXPECT_EQ(incidents[0].cle, "S0004");
   EXPECT_NE(incidents[0].message.find("« 7h30 »"), std::string::npos);
@@ -95,9 +75,12 @@ TEST(Experience, SevenLinesAndActivitiesTwoToALine) {
   b.Met("FORMEXPAIDANT", "S0001",
         Rec({"", "", "", "", "", "", "", "", "Garde d'enfants (3 ans)]]Aide ménagère]]]]Cantine]8e",
              "]REP]MEN]COU]ABSENT]"}));
-  b.Imprime("AIDANT", {"S0001"});
+  b.Imprime("AIDANT", {"S0001", "S0002"});
   EXPECT_EQ(Bloc(b, "EXPERIENCES"),
             (V{" ", " Garde d'enfants (3 ans)", " ", " Aide ménagère", " ", " ", " ", " Cantine"}));
   EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES"),
             (V{" ", "Repassage", " Ménage" + S(34) + "Courses", S(41) + " "}));
+  // No record: the blocks keep their lines.
+  EXPECT_EQ(Bloc(b, "EXPERIENCES", 1), V(8, " "));
+  EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES", 1), V(4, " "));
 }

@@ -1,30 +1,20 @@
 // The incompatible carers: the selection by care recipient in name order, the
 // first ten only, names from the carers' file, always ten framed rows.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 #include "tests/sections/releve.h"
 
-using banc::Banc;
-using banc::Rec;
+static const std::string ENTETE = "           Code               Nom Prénom";
 
-namespace {
-
-const std::string ENTETE = "           Code               Nom Prénom";
-
-std::string Rangee(const std::string& code, const std::string& nom, const std::string& prenom) {
-  return std::string(10, ' ') + code + "   " + nom + " " + prenom;
+static std::string Rangee(const std::string& code, const std::string& nom,
+                          const std::string& prenom) {
+  return S(10) + code + "   " + nom + " " + prenom;
 }
 
 // A carer declared incompatible with a care recipient.
-void Incompatible(Banc& b, const std::string& aidant, const std::string& aide,
-                  const std::string& nom) {
+static void Incompatible(Banc& b, const std::string& aidant, const std::string& aide,
+                         const std::string& nom) {
   b.Met("TPSINCOMPATIBILITES", aidant + aide, Rec({aide, nom + " Léa"}));
   b.Met("CIVILAIDANT", aidant, Rec({"", nom, "Léa"}));
 }
-
-}  // namespace
 
 TEST(AidantIncompatible, FirstTenInNameOrderAndTenFramedRowsEvenWhenFewer) {
   Banc b;
@@ -32,8 +22,8 @@ TEST(AidantIncompatible, FirstTenInNameOrderAndTenFramedRowsEvenWhenFewer) {
   b.MetDict("TPSINCOMPATIBILITES", "CodeAide", Rec({"D", "1", "", "Code aidé", "10L", "S"}));
   b.MetDict("TPSINCOMPATIBILITES", "NomPrenomAidantIncomp",
             Rec({"D", "2", "", "Aidant incompatible", "30L", "S"}));
-  const std::vector<std::string> noms = {"MOREAU", "ANDRE",  "PETIT", "LAMBERT", "BLANC", "GIRARD",
-                                         "ROUX",   "DUBOIS", "FAURE", "CLEMENT", "NOEL",  "VIDAL"};
+  const V noms = {"MOREAU", "ANDRE",  "PETIT", "LAMBERT", "BLANC", "GIRARD",
+                  "ROUX",   "DUBOIS", "FAURE", "CLEMENT", "NOEL",  "VIDAL"};
   std::vector<std::pair<std::string, std::string>> tries;
   for (size_t i = 0; i < noms.size(); ++i) {
     Incompatible(b, "S01" + std::to_string(10 + i), "A0001", noms[i]);
@@ -44,14 +34,14 @@ TEST(AidantIncompatible, FirstTenInNameOrderAndTenFramedRowsEvenWhenFewer) {
   b.Met("TPSINCOMPATIBILITES", "S0999A0002", Rec({"A0002", "ZOLA Emile"}));
   b.Imprime("AIDE", {"A0001", "A0002"});
 
-  std::vector<std::string> attendu = {" ", ENTETE};
+  V attendu = {" ", ENTETE};
   std::sort(tries.begin(), tries.end());
   for (size_t i = 0; i < 10; ++i) attendu.push_back(Rangee(tries[i].second, tries[i].first, "Léa"));
-  EXPECT_EQ(banc::Bloc(b, "AIDANTS INCOMPATIBLES"), attendu);
+  EXPECT_EQ(Bloc(b, "AIDANTS INCOMPATIBLES"), attendu);
   EXPECT_TRUE(b.Controle().Incidents().empty());
 
   attendu = {" ", ENTETE, Rangee("S0007", "MARTIN", "Léa"), Rangee("S0999", "", "")};
-  attendu.resize(12, std::string(14, ' '));  // rows past the last carer
-  EXPECT_EQ(banc::Bloc(b, "AIDANTS INCOMPATIBLES", 1), attendu);
-  EXPECT_EQ(banc::Cadre(b, ENTETE, 1), "11 lignes, 2-13 cm: 4");
+  attendu.resize(12, S(14));  // rows past the last carer
+  EXPECT_EQ(Bloc(b, "AIDANTS INCOMPATIBLES", 1), attendu);
+  EXPECT_EQ(Cadre(b, ENTETE, 1), "11 lignes, 2-13 cm: 4");
 }

@@ -1,27 +1,18 @@
 // The outside professionals: the columns and their cuts, the types looked up
 // in "AUTRINTERVENANT", the table that keeps eight rows, its frame, and the
 // observations under the names.
-#include <gtest/gtest.h>
-
 #include "marbrel/texte.h"
 #include "tests/sections/releve.h"
 
-using banc::Rec;
-using banc::S;
-
-namespace {
-
-std::string Rangee(const std::string& type, const std::string& nom, const std::string& telephone,
-                   const std::string& adresse) {
+static std::string Rangee(const std::string& type, const std::string& nom,
+                          const std::string& telephone, const std::string& adresse) {
   return "  " + texte::Pad(type, 16) + "  " + texte::Pad(nom, 22) + "  " +
          texte::Pad(telephone, 14) + "  " + adresse;
 }
-const std::string ENTETE = Rangee("Type", "Nom", "Téléphone", "Adresse ou ville");
-
-}  // namespace
+static const std::string ENTETE = Rangee("Type", "Nom", "Téléphone", "Adresse ou ville");
 
 TEST(IntervenantsExterieurs, ColumnsCutsFillerRowsAndObservations) {
-  banc::Banc b;
+  Banc b;
   b.Met("TABLES", "AUTRINTERVENANT",
         Rec({"Intervenants", "INF]KINE", "Infirmier(ère)]Kinésithérapeute à domicile"}));
   b.Met("INTERVENANTEXT", "A0001",
@@ -30,7 +21,7 @@ TEST(IntervenantsExterieurs, ColumnsCutsFillerRowsAndObservations) {
              "Passe matin et soir.\r\nPrévenir la fille de Mme DURAND en cas d'absence au "
              "rendez-vous du jeudi.]]Remplacement l'été"}));
   b.Imprime("AIDE", {"A0001", "A0002"});
-  std::vector<std::string> attendu = {
+  V attendu = {
       " ", ENTETE,
       Rangee("Infirmier(ère)", "Cabinet infirmier Wepp", "03 20 11 22 33", "Rue de Lille, Haub"),
       Rangee("Kinésithérapeute", "M. LEFEBVRE", "+33 6 11 22 33", "LOOS"),
@@ -40,13 +31,13 @@ TEST(IntervenantsExterieurs, ColumnsCutsFillerRowsAndObservations) {
       S(27) + "au rendez-vous du jeudi.",
       // Without a name, a professional is known by its type.
       "  Infirmier(ère)         : Remplacement l'été"};
-  EXPECT_EQ(banc::Bloc(b, "INTERVENANTS EXTERIEURS"), attendu);
+  EXPECT_EQ(Bloc(b, "INTERVENANTS EXTERIEURS"), attendu);
   EXPECT_TRUE(b.Controle().Incidents().empty());
   // Header and eight rows from the left margin; each separator lies in the
   // two spaces that part two columns (characters 18, 42 and 58 of 0.233 cm).
-  EXPECT_EQ(banc::Cadre(b, ENTETE), "9 lignes, 0.3-18.4 cm: 4.4 10 13.7");
+  EXPECT_EQ(Cadre(b, ENTETE), "9 lignes, 0.3-18.4 cm: 4.4 10 13.7");
   // None: eight empty rows and no observations.
   attendu.resize(10, "");
   for (size_t i = 2; i < attendu.size(); ++i) attendu[i] = "";
-  EXPECT_EQ(banc::Bloc(b, "INTERVENANTS EXTERIEURS", 1), attendu);
+  EXPECT_EQ(Bloc(b, "INTERVENANTS EXTERIEURS", 1), attendu);
 }

@@ -1,10 +1,6 @@
 // The intervention modalities: underlined headings, the mission text cut at
 // its stored lines and at spaces within 76 characters, and the planning line.
-#include <gtest/gtest.h>
-
 #include "tests/sections/releve.h"
-
-using V = std::vector<std::string>;
 
 TEST(ModaliteInterv, MissionTextWithA200CharacterLineAndEmptyRecord) {
   const std::string mission = "Informations pour ordre de mission :";
@@ -13,25 +9,25 @@ TEST(ModaliteInterv, MissionTextWithA200CharacterLineAndEmptyRecord) {
       "Passage le matin pour le lever, la toilette et l'habillage ; préparer le petit "
       "déjeuner, vérifier la prise des médicaments du pilulier puis aérer la chambre et "
       "refaire le lit avant de partir à 10h30 .";
-  banc::Banc b;
+  Banc b;
   // The mission text is attribute 5, the planning attribute 17.
   b.Met("BESOINSAIDE", "A0001",
-        banc::Fiche("5=Sonner deux fois.\r\n" + longue +
-                    "\r\nClé chez la voisine.|17=Lundi matin]Jeudi après-midi"));
+        Fiche("5=Sonner deux fois.\r\n" + longue +
+              "\r\nClé chez la voisine.|17=Lundi matin]Jeudi après-midi"));
   b.Imprime("AIDE", {"A0001", "A0002"});
-  EXPECT_EQ(banc::Bloc(b, "MODALITES D'INTERVENTION"),
+  EXPECT_EQ(Bloc(b, "MODALITES D'INTERVENTION"),
             (V{" ", mission, " ", " Sonner deux fois.",
                " Passage le matin pour le lever, la toilette et l'habillage ; préparer le",
                " petit déjeuner, vérifier la prise des médicaments du pilulier puis aérer la",
                " chambre et refaire le lit avant de partir à 10h30 .", " Clé chez la voisine.", " ",
                " ", planning, " ", " Lundi matin, Jeudi après-midi"}));
-  EXPECT_EQ(banc::Bloc(b, "MODALITES D'INTERVENTION", 1),
+  EXPECT_EQ(Bloc(b, "MODALITES D'INTERVENTION", 1),
             (V{" ", mission, " ", " ", " ", planning, " ", " "}));
   // Both headings are underlined, in both dossiers.
   int soulignes = 0;
   for (const auto& page : b.Enregistrement().pages) {
     for (const auto& e : page.elements) {
-      const auto* t = banc::Texte(e);
+      const auto* t = Texte(e);
       if (t && t->police.souligne && (t->texte == mission || t->texte == planning)) ++soulignes;
     }
   }

@@ -1,43 +1,33 @@
 // The file origin: the labels, the contact-origin lookup, and the free texts
 // laid out under their label in pieces of at most 60 characters.
-#include <gtest/gtest.h>
-
 #include "tests/sections/releve.h"
 
-using banc::Rec;
-using V = std::vector<std::string>;
+static const std::string CRLF = "\r\n";
+static const std::string NOM = " Nom du contact       : ";
+static const std::string BESOINS = " Besoins formulés     : ";
 
-namespace {
-
-const std::string CRLF = "\r\n";
-const std::string NOM = " Nom du contact       : ";
-const std::string BESOINS = " Besoins formulés     : ";
-const std::string SUITE = banc::S(24);
-
-V Origine(const marbrel::TabDyn& origine) {
-  banc::Banc b;
+static V Origine(const marbrel::TabDyn& origine) {
+  Banc b;
   b.Met("ORIGINEAIDE", "A0001", origine);
   b.Met("TABLES", "ORIGINECONTACT", Rec({"", "MED]FAM", "Médecin traitant]Famille"}));
   b.Imprime("AIDE", {"A0001"});
-  return banc::Bloc(b, "ORIGINE DOSSIER");
+  return Bloc(b, "ORIGINE DOSSIER");
 }
 
 // The needs lines of a record holding only a needs text.
-V Besoins(const std::string& texte) {
+static V Besoins(const std::string& texte) {
   V l = Origine(Rec({"", "", "", "", texte}));
   return l.size() < 5 ? l : V(l.begin() + 5, l.end());
 }
 
-}  // namespace
-
 TEST(OrigineDossier, LabelsAndTheOriginLabel) {
-  EXPECT_EQ(Origine(marbrel::TabDyn()),
-            (V{" ", " Date 1er contact     : ", " Type du contact      : ",
-               " Origine contact      : ", NOM, BESOINS}));
-  EXPECT_EQ(Origine(Rec({banc::Jour("04/01/2024"), "Téléphone", "FAM", "Mme Lefèvre (fille)"})),
+  EXPECT_EQ(Origine(Rec({Jour("04/01/2024"), "Téléphone", "FAM", "Mme Lefèvre (fille)"})),
             (V{" ", " Date 1er contact     : 04/01/2024", " Type du contact      : Téléphone",
                " Origine contact      : Famille", NOM + "Mme Lefèvre (fille)", BESOINS}));
-  EXPECT_EQ(Origine(Rec({"", "", "XYZ"}))[3], " Origine contact      : ");
+  // An unknown origin code prints nothing, like an empty record.
+  EXPECT_EQ(Origine(Rec({"", "", "XYZ"})),
+            (V{" ", " Date 1er contact     : ", " Type du contact      : ",
+               " Origine contact      : ", NOM, BESOINS}));
 }
 
 TEST(OrigineContact, PiecesUnderTheLabel) {
@@ -47,23 +37,23 @@ TEST(OrigineContact, PiecesUnderTheLabel) {
   for (int i = 0; i < 15; ++i) t += (i ? " " : "") + std::string(9, static_cast<char>('a' + i));
   t += ".";
   EXPECT_EQ(Besoins(t),
-            (V{BESOINS + t.substr(0, 59), SUITE + t.substr(60, 59), SUITE + t.substr(120)}));
+            (V{BESOINS + t.substr(0, 59), S(24) + t.substr(60, 59), S(24) + t.substr(120)}));
   // Stored lines start new lines; an empty one keeps its place, a final break adds none.
   EXPECT_EQ(Besoins("Courses" + CRLF + CRLF + "Ménage" + CRLF),
-            (V{BESOINS + "Courses", SUITE, SUITE + "Ménage"}));
+            (V{BESOINS + "Courses", S(24), S(24) + "Ménage"}));
   // A piece of exactly 60 characters ending its stored line fits whole.
   const std::string soixante = "Préparation des repas du midi, et aide à la prise des repas.";
-  EXPECT_EQ(Besoins(soixante + CRLF + "Toilette"), (V{BESOINS + soixante, SUITE + "Toilette"}));
+  EXPECT_EQ(Besoins(soixante + CRLF + "Toilette"), (V{BESOINS + soixante, S(24) + "Toilette"}));
   // A word longer than a piece is cut at 60 characters, none lost.
   const std::string mot(130, 'x');
   EXPECT_EQ(Besoins(mot),
-            (V{BESOINS + mot.substr(0, 60), SUITE + mot.substr(0, 60), SUITE + mot.substr(0, 10)}));
+            (V{BESOINS + mot.substr(0, 60), S(24) + mot.substr(0, 60), S(24) + mot.substr(0, 10)}));
 }
 
 TEST(OrigineContact, ALongTextGoesOnUnderTheRunningHeader) {
   std::string t;
   for (int i = 1; i <= 90; ++i) t += "Besoin " + std::to_string(i) + CRLF;
-  banc::Banc b;
+  Banc b;
   b.Met("CIVILAIDE", "A0001", Rec({"", "DURAND", "Marie"}));
   b.Met("ORIGINEAIDE", "A0001", Rec({"", "", "", "", t}));
   b.Imprime("AIDE", {"A0001"});
@@ -73,5 +63,5 @@ TEST(OrigineContact, ALongTextGoesOnUnderTheRunningHeader) {
   ASSERT_NE(saut, l.end());
   EXPECT_EQ(*(saut + 6), "A0001 DURAND Marie");
   // The line after the header continues the text: nothing lost at the break.
-  EXPECT_EQ(*(saut + 9), SUITE + "Besoin " + std::to_string(saut - premier + 1));
+  EXPECT_EQ(*(saut + 9), S(24) + "Besoin " + std::to_string(saut - premier + 1));
 }

@@ -3,9 +3,10 @@
 // records they write by attribute number.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
-#include <initializer_list>
 #include <sstream>
 #include <string>
 #include <variant>
@@ -18,7 +19,12 @@
 
 namespace banc {
 
+using V = std::vector<std::string>;
 inline std::string S(size_t n) { return std::string(n, ' '); }
+// Lines debut to fin (excluded), or all of them when there are fewer.
+inline V Tranche(const V& l, size_t debut, size_t fin) {
+  return fin <= l.size() ? V(l.begin() + long(debut), l.begin() + long(fin)) : l;
+}
 
 // The attributes given by number ("4=DURAND|12=1"), the others empty; within
 // a value "]" separates values.
@@ -44,8 +50,8 @@ inline const printing::ElementTexte* Texte(const printing::Element& e) {
 // The lines of the rang-th section titled `titre` (from 0) up to the next
 // title or the end of its page, without the blank line that a next title on
 // the same page prints before itself.
-inline std::vector<std::string> Bloc(const Banc& b, const std::string& titre, int rang = 0) {
-  std::vector<std::string> l;
+inline V Bloc(const Banc& b, const std::string& titre, int rang = 0) {
+  V l;
   bool dedans = false;
   for (const auto& page : b.Enregistrement().pages) {
     double y = -1;
@@ -118,16 +124,29 @@ inline std::string Cadre(const Banc& b, const std::string& entete, int rang = 0)
   return "";
 }
 
-// The incidents of the sections whose procedure name starts with one of
-// `sections` (the other sections of a dossier may have their own).
-inline std::vector<Incident> Incidents(Banc& b, std::initializer_list<std::string> sections) {
+// The texts drawn from the first one equal to `debut`, n at most: a line
+// printed in pieces, each piece where the text says it starts.
+inline V Morceaux(const Banc& b, const std::string& debut, size_t n) {
+  V m;
+  for (const auto& page : b.Enregistrement().pages) {
+    for (const auto& e : page.elements) {
+      const auto* t = Texte(e);
+      if (t && (t->texte == debut || !m.empty()) && m.size() < n) m.push_back(t->texte);
+    }
+  }
+  return m;
+}
+
+// The incidents of the sections whose procedure name starts with `section`
+// (the other sections of a dossier may have their own).
+inline std::vector<Incident> Incidents(Banc& b, const std::string& section) {
   std::vector<Incident> miens;
   for (const Incident& i : b.Controle().Incidents()) {
-    for (const auto& s : sections) {
-      if (i.section.rfind(s, 0) == 0) miens.push_back(i);
-    }
+    if (i.section.rfind(section, 0) == 0) miens.push_back(i);
   }
   return miens;
 }
 
 }  // namespace banc
+
+using namespace banc;  // NOLINT: the section tests are written in the bench's words

@@ -1,21 +1,12 @@
 // The resources table: its rows, the frame over thirteen lines whatever the
 // number of rows, and the closing line with the quotient and the exact total.
-#include <gtest/gtest.h>
-
 #include "tests/sections/releve.h"
 
-using banc::Rec;
-using banc::S;
-
-namespace {
-
-const std::string kEntete =
+static const std::string kEntete =
     "               Nature                Type        Allocation       Droit   Montant ";
-std::string Fin(const std::string& quotient) {
+static std::string Fin(const std::string& quotient) {
   return "  Quotient famillial :" + quotient + "Total :";
 }
-
-}  // namespace
 
 TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
   std::string natures = "R1", montants = "101";
@@ -23,7 +14,7 @@ TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
     natures += "]R" + std::to_string(i);
     montants += "]" + std::to_string(101 * i);
   }
-  banc::Banc b;
+  Banc b;
   // A 35-character nature meets the type word; a longer one is cut to 35; an
   // unknown type prints as stored, moving the allocation four places left.
   b.Met("RESSOURCESAIDE", "A0001",
@@ -32,29 +23,28 @@ TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
   b.Met("RESSOURCESAIDE", "A0002", Rec({natures, "", "", "", montants, "45678"}));
   b.Met("RESSOURCESAIDE", "A0004", Rec({"a]b", "", "", "", "12,50]1000", ""}));
   b.Imprime("AIDE", {"A0001", "A0002", "A0003", "A0004"});
-  EXPECT_EQ(banc::Bloc(b, "RESSOURCES"),
-            (std::vector<std::string>{
-                " ", " ", kEntete,
-                "  Pension de réversion complémentairePrin.  CNAV" + S(16) + "  Conj.   1234.56",
-                "  Allocation logement sociale, réviséX  CAF" + S(17) + "  Autre      0.05", "", "",
-                Fin(S(43)) + " 1234.61"}));
+  EXPECT_EQ(Bloc(b, "RESSOURCES"),
+            (V{" ", " ", kEntete,
+               "  Pension de réversion complémentairePrin.  CNAV" + S(16) + "  Conj.   1234.56",
+               "  Allocation logement sociale, réviséX  CAF" + S(17) + "  Autre      0.05", "", "",
+               Fin(S(43)) + " 1234.61"}));
   // From the left margin, the header and 12 rows.
-  EXPECT_EQ(banc::Cadre(b, kEntete), "13 lignes, 0.3-19.1 cm: 8.5 9.9 15.2 16.6");
+  EXPECT_EQ(Cadre(b, kEntete), "13 lignes, 0.3-19.1 cm: 8.5 9.9 15.2 16.6");
 
   // Fifteen resources: twelve rows and their total, 1.01 × (1 + … + 12); the
   // gap after the quotient counts the five stored characters, not the printed six.
-  auto l = banc::Bloc(b, "RESSOURCES", 1);
+  auto l = Bloc(b, "RESSOURCES", 1);
   ASSERT_EQ(l.size(), 18u);
   EXPECT_EQ(l[14], "  R12" + S(32) + "  " + S(20) + "    " + "   12.12");
   EXPECT_EQ(l[17], Fin("  456.78" + S(35)) + "   78.78");
   // Without resources the closing line has no total.
-  EXPECT_EQ(banc::Bloc(b, "RESSOURCES", 2).at(5), Fin(S(43)));
+  EXPECT_EQ(Bloc(b, "RESSOURCES", 2).at(5), Fin(S(43)));
 
   // An unreadable amount prints blank, counts nothing and is reported.
-  l = banc::Bloc(b, "RESSOURCES", 3);
+  l = Bloc(b, "RESSOURCES", 3);
   EXPECT_EQ(l.at(3), "  a" + S(34) + "  " + S(20) + "    " + S(8));
   EXPECT_EQ(l.at(7), Fin(S(43)) + "   10.00");
-  const auto incidents = banc::Incidents(b, {"Ressource_Aide"});
+  const auto incidents = Incidents(b, "Ressource_Aide");
   ASSERT_EQ(incidents.size(), 1u);
   EXPECT_NE(incidents[0].message.find("« 12,50 » dans RESSOURCESAIDE A0004, attribut 5, valeur 1"),
             std::string::npos);

@@ -1,15 +1,11 @@
 // Sector, sub-sector and quarter of every dossier type, with the care
 // recipient's responsible person and the carer's medical and transport lines.
-#include <gtest/gtest.h>
-
 #include "tests/sections/releve.h"
-
-using banc::Rec;
 
 TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
   struct Cas {
     std::string type, attributs;
-    std::vector<std::string> attendu;
+    V attendu;
   };
   const std::vector<Cas> cas = {
       // A 7-character quarter code carries its sector and sub-sector: the
@@ -43,7 +39,7 @@ TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
        {" ", " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
         " Quartier             : 01 Court-Quartier"}},
   };
-  banc::Banc b;
+  Banc b;
   b.Met("RESPONSABLE", "R07", Rec({"Mme BERNARD"}));
   b.Met("SECTEUR", "012", Rec({"Nord"}));
   b.Met("SECTEUR", "01", Rec({"Court"}));
@@ -56,8 +52,8 @@ TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
   b.Met("TABLES", "MOYENSLOC", Rec({"", "V]T", "Voiture]Transports en commun"}));
   for (const Cas& c : cas) {
     const std::string cle = "P000" + std::to_string(&c - &cas[0]);
-    b.Met(c.type == "AIDANT" ? "CIVILAIDANT" : "CIVILAIDE", cle, banc::Fiche(c.attributs));
+    b.Met(c.type == "AIDANT" ? "CIVILAIDANT" : "CIVILAIDE", cle, Fiche(c.attributs));
     b.Imprime(c.type, {cle});
-    EXPECT_EQ(banc::Bloc(b, "SECTORISATION"), c.attendu) << c.type << " " << c.attributs;
+    EXPECT_EQ(Bloc(b, "SECTORISATION"), c.attendu) << c.type << " " << c.attributs;
   }
 }
