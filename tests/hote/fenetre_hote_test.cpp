@@ -12,6 +12,7 @@
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QTimer>
+#include <array>
 #include <set>
 
 #include "marbrel/creation_base.h"
@@ -33,26 +34,28 @@ int Encre(const QImage& image, const QRect& zone, QRgb fond) {
 
 class FenetreHoteTest : public ::testing::Test {
  protected:
-  // A store with three care recipients and one carer, made as `vesko init`
-  // makes one.
+  // Three care recipients and a carer, in a store made as `vesko init` makes one.
   void SetUp() override {
     marbrel::SqliteStore store(base, marbrel::SqliteStore::Mode::Creation);
     marbrel::CreeFichiersVesko(store);
-    auto fiche = [](const std::string& nom, const std::string& prenom) {
-      return std::string() + marbrel::AM + nom + marbrel::AM + prenom;
-    };
-    store.Ecrit("CIVILAIDE", "A0002", fiche("LEFEBVRE", "Marcel"));
-    store.Ecrit("CIVILAIDE", "A0001", fiche("MARTIN", "Jeanne"));
-    store.Ecrit("CIVILAIDE", "A0003", fiche("LEFÈVRE", "Élise"));
-    store.Ecrit("CIVILAIDANT", "S0001", fiche("BERNARD", "Sophie"));
+    for (const auto& [fichier, cle, nom, prenom] :
+         {std::array{"CIVILAIDE", "A0002", "LEFEBVRE", "Marcel"},
+          std::array{"CIVILAIDE", "A0001", "MARTIN", "Jeanne"},
+          std::array{"CIVILAIDE", "A0003", "LEFÈVRE", "Élise"},
+          std::array{"CIVILAIDANT", "S0001", "BERNARD", "Sophie"}})
+      store.Ecrit(fichier, cle, std::string() + marbrel::AM + nom + marbrel::AM + prenom);
     fenetre.OuvreBase(QString::fromStdString(base));
   }
   QAbstractItemView* Vue() { return fenetre.findChild<QAbstractItemView*>("Liste_Personnes"); }
-  QStringList Colonne(int c) {
-    QStringList valeurs;
-    for (int r = 0; r < Vue()->model()->rowCount(); ++r)
-      valeurs << Vue()->model()->index(r, c).data().toString();
-    return valeurs;
+  // The rows of the list, "key name first-name".
+  QStringList Lignes() {
+    QStringList lignes;
+    for (int r = 0; r < Vue()->model()->rowCount(); ++r) {
+      QStringList cellules;
+      for (int c = 0; c < 3; ++c) cellules << Vue()->model()->index(r, c).data().toString();
+      lignes << cellules.join(' ');
+    }
+    return lignes;
   }
 
   QApplication& application = essai::Application();  // before any widget
@@ -62,22 +65,19 @@ class FenetreHoteTest : public ::testing::Test {
 };
 
 TEST_F(FenetreHoteTest, ListsThePersonsOfTheTypeWithTheirNamesSearchesAndSelectsSeveral) {
-  EXPECT_EQ(Colonne(0), QStringList({"A0001", "A0002", "A0003"}));
-  EXPECT_EQ(Colonne(1), QStringList({"MARTIN", "LEFEBVRE", "LEFÈVRE"}));
-  EXPECT_EQ(Colonne(2), QStringList({"Jeanne", "Marcel", "Élise"}));
-
-  // Key, name or first name, whatever the case.
+  EXPECT_EQ(Lignes(),
+            QStringList({"A0001 MARTIN Jeanne", "A0002 LEFEBVRE Marcel", "A0003 LEFÈVRE Élise"}));
+  // By name or first name, whatever the case and accents.
   fenetre.Recherche("lef");
-  EXPECT_EQ(Colonne(0), QStringList({"A0002", "A0003"}));
+  EXPECT_EQ(Lignes(), QStringList({"A0002 LEFEBVRE Marcel", "A0003 LEFÈVRE Élise"}));
   fenetre.Recherche("élise");
-  EXPECT_EQ(Colonne(0), QStringList({"A0003"}));
+  EXPECT_EQ(Lignes(), QStringList({"A0003 LEFÈVRE Élise"}));
   fenetre.Recherche("");
   fenetre.Selectionne({"A0003", "A0001"});
   EXPECT_EQ(fenetre.ClesChoisies(), QStringList({"A0001", "A0003"}));
 
   fenetre.ChoisitType("AIDANT");
-  EXPECT_EQ(Colonne(0), QStringList({"S0001"}));
-  EXPECT_EQ(Colonne(1), QStringList({"BERNARD"}));
+  EXPECT_EQ(Lignes(), QStringList({"S0001 BERNARD Sophie"}));
   EXPECT_THROW(fenetre.ChoisitType("AUTRE"), std::invalid_argument);
 
   // Nothing selected: nothing is printed, and the window says why.
@@ -104,8 +104,7 @@ TEST_F(FenetreHoteTest, ARunKeepsTheWindowResponsiveAndThePreviewShowsEveryPage)
   minuterie.start(0);
   const hote::Bilan bilan = fenetre.Apercu(/*montre=*/false);
   minuterie.stop();
-  ASSERT_TRUE(bilan.fait) << bilan.alertes.join("\n").toStdString();
-  EXPECT_TRUE(bilan.alertes.empty()) << bilan.alertes.join("\n").toStdString();
+  ASSERT_TRUE(bilan.fait && bilan.alertes.empty()) << bilan.alertes.join("\n").toStdString();
   EXPECT_GE(personnes_vues.size(), 2u) << "la fenêtre n'a pas vécu pendant l'impression";
   EXPECT_TRUE(controle_inactif) << "le contrôle est désactivé pendant l'impression";
   EXPECT_TRUE(fenetre.Controle().isEnabled());
@@ -138,7 +137,6 @@ TEST_F(FenetreHoteTest, VeskoGuiDrawsTheFormWithTheCaptionAndTheSelectedPersons)
   ASSERT_EQ(capture.size(), fenetre.size());
   auto* legende = fenetre.Controle().findChild<QLabel*>("Etq_Edition");
   ASSERT_NE(legende, nullptr);
-  EXPECT_EQ(legende->text(), "Edition de la fiche");
   const QRect ou(legende->mapTo(&fenetre, QPoint(0, 0)), legende->size());
   ASSERT_TRUE(capture.rect().contains(ou));
   EXPECT_GT(Encre(capture, ou, capture.pixel(ou.topLeft())), 30) << "légende non dessinée";
@@ -158,12 +156,12 @@ TEST_F(FenetreHoteTest, VeskoGuiDrawsTheFormWithTheCaptionAndTheSelectedPersons)
   EXPECT_EQ(fonds[0], fonds[2]);
   EXPECT_NE(fonds[0], fonds[1]);
 
-  const essai::Resultat mauvais = essai::Lance(gui + (dossier / "absente.vesko") + "'");
+  const std::string absente = dossier / "absente.vesko";
+  const essai::Resultat mauvais = essai::Lance(gui + absente + "'");
   EXPECT_EQ(mauvais.statut, 1);
-  EXPECT_NE(mauvais.erreurs.find("vesko-gui : la base « " + (dossier / "absente.vesko") +
-                                 " » ne peut pas être ouverte"),
-            std::string::npos)
-      << mauvais.erreurs;
+  EXPECT_NE(
+      mauvais.erreurs.find("vesko-gui : la base « " + absente + " » ne peut pas être ouverte"),
+      std::string::npos);
 }
 
 }  // namespace
