@@ -10,7 +10,6 @@
 #include <variant>
 
 #include "printing/qt_dessin.h"
-#include "printing/qt_surface.h"
 
 namespace printing {
 
@@ -50,13 +49,6 @@ void Rejoue(const Enregistrement& enregistrement, Surface& surface) {
     DessineElements(page, surface);
   }
   surface.FinDocument();
-}
-
-void EcritPdf(const Enregistrement& enregistrement, const std::string& chemin) {
-  if (enregistrement.pages.empty()) return;
-  Travail travail;
-  auto surface = SurfacePdf(chemin, travail);
-  Rejoue(enregistrement, *surface);
 }
 
 std::vector<std::string> EcritPng(const Enregistrement& enregistrement, const std::string& dossier,

@@ -1,5 +1,5 @@
-// A recording put on paper after the fact: as a PDF file or as one PNG image
-// per page, through the same Qt drawing as a live print. Needs a
+// A recording put on paper after the fact: on any surface, or as one PNG
+// image per page, through the same Qt drawing as a live print. Needs a
 // QGuiApplication (or QApplication).
 #pragma once
 
@@ -15,10 +15,6 @@ namespace printing {
 // order, each page's items in drawing order. An empty recording (nothing was
 // printed) draws nothing and starts no document.
 void Rejoue(const Enregistrement& enregistrement, Surface& surface);
-
-// Writes the recording as the PDF file chemin. Fails with a French message
-// when the file cannot be written; an empty recording writes no file.
-void EcritPdf(const Enregistrement& enregistrement, const std::string& chemin);
 
 // Writes every page of the recording as a PNG image of the whole sheet at dpi
 // dots per inch, white background, into dossier (created if missing), named
