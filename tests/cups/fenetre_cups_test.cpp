@@ -45,9 +45,7 @@ TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog)
   ASSERT_EQ(job.numero, numero) << serveur->Journal();
   EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
   EXPECT_EQ(job.papier, "A4");
-  const essai::Dossier dossier;
-  std::ofstream(dossier / "job.pdf", std::ios::binary) << job.contenu;
-  const std::string texte = essai::Lance("pdftotext '" + (dossier / "job.pdf") + "' -").sortie;
+  const std::string texte = essai::Lance("pdftotext '" + job.fichier + "' -").sortie;
   EXPECT_NE(texte.find("A0001 MARTIN Jeanne"), std::string::npos);
   EXPECT_NE(texte.find("A0002 LEFEBVRE Marcel"), std::string::npos) << "deux dossiers, un travail";
 }

@@ -82,14 +82,12 @@ bool ServeurCups::Prepare(std::string* raison) {
   port_ = Prise(0, false);
   adresse_ = "127.0.0.1:" + std::to_string(port_);
   const std::string& d = dossier_;
-  for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend"}) {
+  for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend"})
     fs::create_directories(d + "/" + sous);
-  }
   // The system's filters and helpers, with our backend in place of theirs.
-  for (const auto& e : fs::directory_iterator("/usr/lib/cups")) {
+  for (const auto& e : fs::directory_iterator("/usr/lib/cups"))
     if (e.path().filename() != "backend")
-      fs::create_symlink(e.path(), fs::path(d) / "bin" / e.path().filename());
-  }
+      fs::create_symlink(e.path(), d + "/bin/" + e.path().filename().string());
   for (const char* nom : {"capture", "panne"}) {
     Ecrit(d + "/bin/backend/" + nom, kBackend);
     fs::permissions(d + "/bin/backend/" + nom, fs::perms(0755));
@@ -189,7 +187,7 @@ Capture ServeurCups::AttendCapture(const std::string& file, int numero) const {
   for (int essai = 0; essai < 400 && !fs::exists(job); ++essai)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   if (!fs::exists(job)) return {};
-  Capture c{numero, essai::Lit(job), "", "", ""};
+  Capture c{numero, job.string(), "", "", ""};
   std::istringstream infos(essai::Lit(fs::path(job).replace_extension(".info")));
   std::string options;
   std::getline(infos, c.titre);

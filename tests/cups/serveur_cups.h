@@ -7,8 +7,7 @@
 //   REFUS                   refuses jobs, with the reason "Toner à remplacer"
 //   PANNE                   accepts jobs, whose backend then fails
 //
-// The process talks to it alone: CUPS_SERVER is set for this program and
-// the commands it runs.
+// CUPS_SERVER is set so that this program and the commands it runs talk to it alone.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,11 +18,9 @@
 
 namespace essai_cups {
 
-// What the capture backend kept of one job.
 struct Capture {
   int numero = 0;
-  std::string contenu;  // the bytes the scheduler handed the backend
-  std::string titre, copies, papier;
+  std::string fichier, titre, copies, papier;  // fichier: the bytes the backend was given
 };
 
 class ServeurCups {
@@ -34,16 +31,13 @@ class ServeurCups {
   ~ServeurCups();
 
   const std::string& Adresse() const { return adresse_; }  // "127.0.0.1:port"
-  // Stops the scheduler (its port then answers nobody) and starts it again.
-  void Arrete();
+  void Arrete();                                           // its port then answers nobody
   bool Relance() { return Demarre(nullptr); }
 
-  // How many jobs the queue captured so far.
-  int Nombre(const std::string& file) const;
+  int Nombre(const std::string& file) const;  // the jobs the queue captured so far
   // Waits (up to 20 s) for the queue to capture job numero; numero 0 if not.
   Capture AttendCapture(const std::string& file, int numero) const;
-  // The scheduler's error log, for failure messages.
-  std::string Journal() const;
+  std::string Journal() const;  // the scheduler's error log, for failure messages
 
  private:
   ServeurCups() = default;
