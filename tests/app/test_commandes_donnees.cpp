@@ -27,7 +27,7 @@ class CommandesDonnees : public ::testing::Test {
   const std::string base = dossier / "base.vesko";
 };
 
-TEST_F(CommandesDonnees, InitCreeLesFichiersVidesEtLesDictionnairesSansJamaisRemplacer) {
+TEST_F(CommandesDonnees, InitCreeLesFichiersVidesEtLesDictionnaires) {
   ASSERT_EQ(Vesko("init").statut, 0);
   const Resultat r = Vesko("export");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
@@ -40,10 +40,6 @@ TEST_F(CommandesDonnees, InitCreeLesFichiersVidesEtLesDictionnairesSansJamaisRem
   for (const char* dict :
        {"DICT TPSAIDEINDISPO", "DICT TPSAIDANTINDISPO", "DICT TPSINCOMPATIBILITES"})
     EXPECT_TRUE(dump.contains(dict) && !dump[dict].empty()) << dict;
-
-  const Resultat encore = Vesko("init");
-  EXPECT_EQ(encore.statut, 1);
-  EXPECT_NE(encore.erreurs.find("existe déjà"), std::string::npos) << encore.erreurs;
 }
 
 TEST_F(CommandesDonnees, ImportDansLOrdreDesFichiersPuisSelectUneLigneParEnregistrement) {
@@ -76,30 +72,28 @@ TEST_F(CommandesDonnees, UnDumpFautifLaisseLaBaseIntacteEtLeDitEnUneLigne) {
   EXPECT_EQ(essai::Lit(base), avant);
 }
 
+// In order: the store is made half-way, and made only once.
 TEST_F(CommandesDonnees, UsageFautifSortAvec2EchecAvec1) {
+  const std::string db = "--db '" + base + "'";
   struct Cas {
-    bool init;  // the store exists
     std::string arguments;
     int statut;
     std::string erreur;  // part of the message
-  };
-  const std::string db = "--db '" + base + "'";
-  const Cas cas[] = {
-      {false, "", 2, ""},
-      {false, "init", 2, ""},
-      {false, "select " + db, 2, ""},
-      {false, "select " + db + " '  '", 2, ""},
-      {false, "import " + db, 2, ""},
-      {false, "export --help", 0, ""},
-      {false, "select " + db + " 'SSELECT TABLES'", 1, "n'existe pas"},
-      {true, "select " + db + " 'SSELECT TABLES AVEC Nom = \"X\"'", 1,
+  } const cas[] = {
+      {"", 2, ""},
+      {"select " + db + " '  '", 2, ""},
+      {"import " + db, 2, ""},
+      {"export --help", 0, ""},
+      {"select " + db + " 'SSELECT TABLES'", 1, "n'existe pas"},
+      {"init " + db, 0, ""},
+      {"init " + db, 1, "existe déjà"},
+      {"select " + db + " 'SSELECT TABLES AVEC Nom = \"X\"'", 1,
        "Champ inconnu « Nom » : le fichier TABLES n'a pas de dictionnaire (DICT TABLES) à la "
        "position 21 de la phrase"},
-      {true, "export " + db + " ABSENT", 1, ""},
+      {"export " + db + " ABSENT", 1, ""},
   };
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.arguments);
-    if (c.init) Vesko("init");
     const Resultat r = essai::Vesko(c.arguments);
     EXPECT_EQ(r.statut, c.statut);
     EXPECT_NE(r.erreurs.find(c.erreur), std::string::npos) << r.erreurs;
