@@ -28,8 +28,9 @@ TEST(Dispo, HoursWeekendNightPeriodAndAbsentRecords) {
             (V{" Nombre d'heures :   35.50",
                samedi + "OUI" + S(10) + "Dimanche  : " + S(13) + "Nuit : NON",
                " Début dispo     : 01/02/2024   Fin dispo : 31/12/2024"}));
-  EXPECT_EQ(Morceaux(b, samedi, 6),
-            (V{samedi, "OUI" + S(10), "Dimanche  : ", S(13), "Nuit : ", "NON"}));
+  V morceaux;
+  for (const auto& t : Suite(b, samedi, 6)) morceaux.push_back(t.texte);
+  EXPECT_EQ(morceaux, (V{samedi, "OUI" + S(10), "Dimanche  : ", S(13), "Nuit : ", "NON"}));
   // Without records every value is blank; only "O" and "N" are words.
   EXPECT_EQ(Tranche(Bloc(b, "DISPONIBILITES", 1), 1, 4),
             (V{" Nombre d'heures : ", samedi + S(13) + "Dimanche  : " + S(13) + "Nuit : ",
@@ -38,7 +39,7 @@ TEST(Dispo, HoursWeekendNightPeriodAndAbsentRecords) {
             samedi + "NON" + S(10) + "Dimanche  : " + S(13) + "Nuit : OUI");
 }
 
-TEST(Indispo, CareRecipientRowsAroundTheRunDateAndOnlyTheirOwn) {
+TEST(Indispo, CareRecipientRowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAndAShortKey) {
   Banc b;
   Dictionnaires(b);
   const std::string f = "TPSAIDEINDISPO";
@@ -51,8 +52,17 @@ TEST(Indispo, CareRecipientRowsAroundTheRunDateAndOnlyTheirOwn) {
   b.Met(f, "A00012053071000", Rec({"20546", "800", "4", "Vacances"}));  // tomorrow, day "7"
   // Another person: a key that shares nothing with A0001's, open-ended.
   b.Met(f, "B00022033640800", Rec({"", "1800", "1", "AUTRE PERSONNE"}));
+  // Seventeen rows for A0002, fifteen print.
+  for (int i = 0; i < 17; ++i) {
+    std::string jour = std::to_string(20530 + i);
+    b.Met(f, "A0002" + jour + "10900", Rec({"", "1000", "1", "n° " + jour}));
+  }
+  b.Met(f, "A00032046200950", Rec({"20636", "1230", "2", "Avant"}));
+  b.Met(f, "A0003205300", Rec({"", "1000", "1", "Clé trop courte"}));
+  b.Met(f, "A00032053109000", Rec({"", "1000", "1", "Après"}));
   // An empty key selects nothing.
-  b.Imprime("AIDE", {"A0001", ""});
+  b.Imprime("AIDE", {"A0001", "", "A0002", "A0003"});
+
   auto l = Bloc(b, "INDISPONIBILITES");
   ASSERT_EQ(l.size(), 18u);
   EXPECT_EQ(l[1], kEnteteAide);
@@ -62,29 +72,29 @@ TEST(Indispo, CareRecipientRowsAroundTheRunDateAndOnlyTheirOwn) {
       S(9) + "JEUDI     01/02/2024 15/03/2024 14h00 16h00 1/1 ",
       S(9) + "SAMEDI    15/03/2024" + S(12) + " 8h45 10h00 1/1 Courses",
       S(19) + "16/03/2024 01/04/2024 10h00  8h00 1/4 Vacances"};
-  EXPECT_EQ(V(l.begin() + 2, l.begin() + 7), lignes);
-  EXPECT_EQ(V(l.begin() + 7, l.end()), V(11, " "));
+  EXPECT_EQ(Tranche(l, 2, 7), lignes);
+  EXPECT_EQ(Tranche(l, 7, 18), V(11, " "));
   EXPECT_EQ(b.Texte().find("AUTRE PERSONNE"), std::string::npos);
-  l = Bloc(b, "INDISPONIBILITES", 1);
-  EXPECT_EQ(V(l.begin() + 2, l.end()), V(16, " "));
+  EXPECT_EQ(Tranche(Bloc(b, "INDISPONIBILITES", 1), 2, 18), V(16, " "));
   EXPECT_EQ(Cadre(b, kEnteteAide, 1), kCadreAide);
-  EXPECT_TRUE(Incidents(b, "Indispo").empty());
-}
 
-TEST(Indispo, FifteenRowsAtMostInASixteenLineFrame) {
-  Banc b;
-  Dictionnaires(b);
-  for (int i = 0; i < 17; ++i) {
-    std::string jour = std::to_string(20530 + i);
-    b.Met("TPSAIDEINDISPO", "A0001" + jour + "10900", Rec({"", "1000", "1", "n° " + jour}));
-  }
-  b.Imprime("AIDE", {"A0001"});
-  auto l = Bloc(b, "INDISPONIBILITES");
+  l = Bloc(b, "INDISPONIBILITES", 2);
   ASSERT_EQ(l.size(), 18u);
   EXPECT_EQ(l[16], S(9) + "MARDI     30/03/2024" + S(12) + " 9h00 10h00 1/1 n° 20544");
   EXPECT_EQ(l[17], " ");
   EXPECT_EQ(b.Texte().find("n° 20545"), std::string::npos);
-  EXPECT_EQ(Cadre(b, kEnteteAide), kCadreAide);
+  EXPECT_EQ(Cadre(b, kEnteteAide, 2), kCadreAide);
+
+  // A short key: the rows before it are printed; no further row, no frame.
+  EXPECT_EQ(Bloc(b, "INDISPONIBILITES", 3),
+            (V{" ", kEnteteAide, S(9) + "LUNDI     08/01/2024 30/06/2024  9h30 12h18 1/2 Avant"}));
+  EXPECT_EQ(Cadre(b, kEnteteAide, 3), "");
+  const auto incidents = Incidents(b, "Indispo");
+  ASSERT_EQ(incidents.size(), 1u);
+  EXPECT_EQ(incidents[0].cle, "A0003");
+  EXPECT_NE(incidents[0].message.find("« A0003205300 »"), std::string::npos);
+  // The dossier goes on with the next section.
+  EXPECT_FALSE(Bloc(b, "HABITAT", 3).empty());
 }
 
 TEST(Indispo, CarerRowsCarryTheEmployerColumn) {
@@ -108,23 +118,4 @@ TEST(Indispo, CarerRowsCarryTheEmployerColumn) {
                " "}));
   EXPECT_EQ(b.Texte().find("AUTRE AIDANT"), std::string::npos);
   EXPECT_EQ(Cadre(b, entete), "16 lignes, 2-19.8 cm: 4.3 6.8 9.4 10.8 12.2 13.3 18.4");
-}
-
-TEST(Indispo, ShortKeyEndsTheSectionAndNamesTheRow) {
-  Banc b;
-  Dictionnaires(b);
-  b.Met("TPSAIDEINDISPO", "A00012046200950", Rec({"20636", "1230", "2", "Avant"}));
-  b.Met("TPSAIDEINDISPO", "A0001205300", Rec({"", "1000", "1", "Clé trop courte"}));
-  b.Met("TPSAIDEINDISPO", "A00012053109000", Rec({"", "1000", "1", "Après"}));
-  b.Imprime("AIDE", {"A0001"});
-  // The rows before the faulty one are printed; no further row, no frame.
-  EXPECT_EQ(Bloc(b, "INDISPONIBILITES"),
-            (V{" ", kEnteteAide, S(9) + "LUNDI     08/01/2024 30/06/2024  9h30 12h18 1/2 Avant"}));
-  EXPECT_EQ(Cadre(b, kEnteteAide), "");
-  const auto incidents = Incidents(b, "Indispo");
-  ASSERT_EQ(incidents.size(), 1u);
-  EXPECT_EQ(incidents[0].cle, "A0001");
-  EXPECT_NE(incidents[0].message.find("« A0001205300 »"), std::string::npos);
-  // The dossier goes on with the next section.
-  EXPECT_FALSE(Bloc(b, "HABITAT").empty());
 }

@@ -59,17 +59,11 @@ inline V Bloc(const Banc& b, const std::string& titre, int rang = 0) {
       const auto* t = Texte(e);
       if (!t) continue;
       if (t->police.taille == 16) {
-        if (dedans) {
-          if (!l.empty() && l.back() == " ") l.pop_back();
-          return l;
-        }
+        if (dedans) return !l.empty() && l.back() == " " ? V(l.begin(), l.end() - 1) : l;
         dedans = t->texte == titre && rang-- == 0;
       } else if (dedans) {
-        if (t->y == y && !l.empty()) {
-          l.back() += t->texte;
-        } else {
-          l.push_back(t->texte);
-        }
+        // A piece at the height of the previous one continues its line.
+        (t->y == y && !l.empty() ? l.back() : l.emplace_back()) += t->texte;
         y = t->y;
       }
     }
@@ -81,12 +75,9 @@ inline V Bloc(const Banc& b, const std::string& titre, int rang = 0) {
 // The page (from 0) that holds a title, -1 without it.
 inline long Page(const Banc& b, const std::string& titre) {
   const auto& pages = b.Enregistrement().pages;
-  for (size_t p = 0; p < pages.size(); ++p) {
-    for (const auto& e : pages[p].elements) {
-      const auto* t = Texte(e);
-      if (t && t->police.taille == 16 && t->texte == titre) return static_cast<long>(p);
-    }
-  }
+  for (size_t p = 0; p < pages.size(); ++p)
+    for (const auto& e : pages[p].elements)
+      if (Texte(e) && Texte(e)->police.taille == 16 && Texte(e)->texte == titre) return long(p);
   return -1;
 }
 
@@ -97,9 +88,8 @@ inline std::string Cadre(const Banc& b, const std::string& entete, int rang = 0)
   auto arrondi = [](double x, double pas) { return std::round(x / pas) * pas; };
   for (const auto& page : b.Enregistrement().pages) {
     const printing::ElementTexte* ligne = nullptr;
-    for (const auto& e : page.elements) {
+    for (const auto& e : page.elements)
       if (Texte(e) && Texte(e)->texte == entete && rang-- == 0) ligne = Texte(e);
-    }
     if (!ligne) continue;
     double bas = ligne->y, gauche = 1e9, droite = -1;
     std::vector<double> verticales;
@@ -116,24 +106,22 @@ inline std::string Cadre(const Banc& b, const std::string& entete, int rang = 0)
     std::ostringstream s;
     s << arrondi((bas - ligne->y) / (0.417 * 567), 0.001) << " lignes, "
       << arrondi(gauche / 567, 0.01) << "-" << arrondi(droite / 567, 0.01) << " cm:";
-    for (double x : verticales) {
+    for (double x : verticales)
       if (x != gauche && x != droite) s << " " << arrondi(x / 567, 0.01);
-    }
     return s.str();
   }
   return "";
 }
 
-// The texts drawn from the first one equal to `debut`, n at most: a line
-// printed in pieces, each piece where the text says it starts.
-inline V Morceaux(const Banc& b, const std::string& debut, size_t n) {
-  V m;
-  for (const auto& page : b.Enregistrement().pages) {
-    for (const auto& e : page.elements) {
-      const auto* t = Texte(e);
-      if (t && (t->texte == debut || !m.empty()) && m.size() < n) m.push_back(t->texte);
-    }
-  }
+// The texts drawn from the first one equal to `debut`, n at most, with their
+// fonts: a line printed in pieces, a label and its value.
+inline std::vector<printing::ElementTexte> Suite(const Banc& b, const std::string& debut,
+                                                 size_t n) {
+  std::vector<printing::ElementTexte> m;
+  for (const auto& page : b.Enregistrement().pages)
+    for (const auto& e : page.elements)
+      if (Texte(e) && (Texte(e)->texte == debut || !m.empty()) && m.size() < n)
+        m.push_back(*Texte(e));
   return m;
 }
 
@@ -141,9 +129,8 @@ inline V Morceaux(const Banc& b, const std::string& debut, size_t n) {
 // (the other sections of a dossier may have their own).
 inline std::vector<Incident> Incidents(Banc& b, const std::string& section) {
   std::vector<Incident> miens;
-  for (const Incident& i : b.Controle().Incidents()) {
+  for (const Incident& i : b.Controle().Incidents())
     if (i.section.rfind(section, 0) == 0) miens.push_back(i);
-  }
   return miens;
 }
 
