@@ -41,8 +41,8 @@ TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog)
   EXPECT_EQ(bilan.resume,
             QString("Travail CAPTURE-%1 envoyé à l'imprimante « CAPTURE ».").arg(numero));
 
-  const essai_cups::Capture job = serveur->AttendCapture("CAPTURE", numero);
-  ASSERT_EQ(job.numero, numero) << serveur->Journal();
+  const essai_cups::Capture job = AttendCapture("CAPTURE", numero);
+  ASSERT_EQ(job.numero, numero) << Journal();
   EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
   EXPECT_EQ(job.papier, "A4");
   const std::string texte = essai::Lance("pdftotext '" + job.fichier + "' -").sortie;

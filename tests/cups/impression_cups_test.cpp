@@ -65,9 +65,9 @@ TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossier
   EXPECT_GT(attendu.size(), 100u);
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.options);
-    const int avant = serveur->Nombre("CAPTURE");
+    const int avant = Nombre("CAPTURE");
     const Resultat r = Imprime("--printer CAPTURE" + c.options);
-    const int aussitot = serveur->Nombre("CAPTURE");
+    const int aussitot = Nombre("CAPTURE");
     ASSERT_EQ(r.statut, 0) << r.erreurs;
     EXPECT_EQ(r.erreurs, "");
     const int numero = Numero(r, "CAPTURE");
@@ -78,9 +78,9 @@ TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossier
                             (c.fin.empty() ? "" : "Le travail " + travail + c.fin));
     EXPECT_TRUE(c.fin.empty() || aussitot == avant + 1) << "--wait rend la main avant le travail";
 
-    const essai_cups::Capture job = serveur->AttendCapture("CAPTURE", numero);
-    ASSERT_EQ(job.numero, numero) << serveur->Journal();
-    EXPECT_EQ(serveur->Nombre("CAPTURE"), avant + 1) << "un seul travail par impression";
+    const essai_cups::Capture job = AttendCapture("CAPTURE", numero);
+    ASSERT_EQ(job.numero, numero) << Journal();
+    EXPECT_EQ(Nombre("CAPTURE"), avant + 1) << "un seul travail par impression";
     EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
     EXPECT_EQ(job.copies, c.copies);
     EXPECT_EQ(job.papier, c.papier);
@@ -101,21 +101,21 @@ TEST_F(ImpressionCups, QueuesThatCannotPrintAreNamedAndTheFallbackPdfKeepsTheDoc
   } const cas[] = {
       {"ARRETEE", "l'imprimante « ARRETEE » est arrêtée : Bourrage papier dans le bac 2."},
       {"REFUS", "l'imprimante « REFUS » refuse les travaux : Toner à remplacer."},
-      {"FANTOME", "l'imprimante « FANTOME » est inconnue du serveur d'impression " +
-                      serveur->Adresse() + " : aucune file de ce nom."},
+      {"FANTOME", "l'imprimante « FANTOME » est inconnue du serveur d'impression " + Adresse() +
+                      " : aucune file de ce nom."},
       {"CAPTURE",
-       "le serveur d'impression " + serveur->Adresse() +
+       "le serveur d'impression " + Adresse() +
            " ne répond pas (connexion refusée) : impossible d'imprimer sur « CAPTURE ».",
        true},
   };
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.file);
-    const int avant = serveur->Nombre(c.file);
-    if (c.serveur_arrete) serveur->Arrete();
+    const int avant = Nombre(c.file);
+    if (c.serveur_arrete) Arrete();
     const Resultat r = Imprime("--printer " + c.file);
     const std::string secours = dossier / (c.file + ".pdf");
     const Resultat s = Imprime("--printer " + c.file + " --fallback-pdf '" + secours + "'");
-    ASSERT_TRUE(!c.serveur_arrete || serveur->Relance()) << serveur->Journal();
+    ASSERT_TRUE(!c.serveur_arrete || Relance()) << Journal();
 
     EXPECT_EQ(r.statut, 1);
     EXPECT_EQ(r.erreurs, "vesko : " + c.message + "\n");
@@ -125,7 +125,7 @@ TEST_F(ImpressionCups, QueuesThatCannotPrintAreNamedAndTheFallbackPdfKeepsTheDoc
               "vesko : " + c.message + " Le document est écrit dans " + secours + " à la place.\n");
     EXPECT_NE(Lance("pdftotext -l 1 '" + secours + "' -").sortie.find("ETAT CIVIL"),
               std::string::npos);
-    EXPECT_EQ(serveur->Nombre(c.file), avant);
+    EXPECT_EQ(Nombre(c.file), avant);
   }
 }
 
@@ -157,7 +157,7 @@ TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbac
   EXPECT_EQ(envois[0].secours, dossier / "secours.pdf");
   EXPECT_EQ(Lance("pdftotext -raw '" + (dossier / "secours.pdf") + "' -").sortie,
             "Nom patronymique : MARTIN\n\f");
-  EXPECT_EQ(serveur->Nombre("ARRETEE"), 0);
+  EXPECT_EQ(Nombre("ARRETEE"), 0);
 }
 
 }  // namespace

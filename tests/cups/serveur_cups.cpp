@@ -10,7 +10,6 @@
 
 #include <chrono>
 #include <filesystem>
-#include <memory>
 #include <regex>
 #include <sstream>
 #include <thread>
@@ -59,29 +58,25 @@ int Prise(int port, bool connecte) {
 // it never holds privileges the tests do not need.
 const passwd* UtilisateurSansDroits() { return geteuid() == 0 ? getpwnam("nobody") : nullptr; }
 
-}  // namespace
+struct Serveur {
+  std::string dossier, adresse, raison;  // raison: why it could not start
+  int port = 0, pid = -1;
+  ~Serveur() {
+    AvecServeur::Arrete();
+    std::error_code ignore;
+    if (!dossier.empty()) fs::remove_all(dossier, ignore);
+  }
+} serveur;
 
-ServeurCups* ServeurCups::Instance(std::string* raison) {
-  static std::string pourquoi;
-  static std::unique_ptr<ServeurCups> serveur = [] {
-    std::unique_ptr<ServeurCups> s(new ServeurCups);
-    if (!s->Prepare(&pourquoi) || !s->Demarre(&pourquoi)) s.reset();
-    return s;
-  }();
-  if (raison) *raison = pourquoi;
-  return serveur.get();
-}
-
-bool ServeurCups::Prepare(std::string* raison) {
+bool Prepare() {
   char modele[] = "/tmp/vesko-cupsd-XXXXXX";
   if (mkdtemp(modele) == nullptr) {
-    *raison = "impossible de créer un dossier temporaire";
+    serveur.raison = "impossible de créer un dossier temporaire";
     return false;
   }
-  dossier_ = modele;
-  port_ = Prise(0, false);
-  adresse_ = "127.0.0.1:" + std::to_string(port_);
-  const std::string& d = dossier_;
+  const std::string d = serveur.dossier = modele;
+  serveur.port = Prise(0, false);
+  serveur.adresse = "127.0.0.1:" + std::to_string(serveur.port);
   for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend"})
     fs::create_directories(d + "/" + sous);
   // The system's filters and helpers, with our backend in place of theirs.
@@ -99,7 +94,7 @@ bool ServeurCups::Prepare(std::string* raison) {
             "/usr/share/cups\nErrorLog " + d + "/log/error_log\nAccessLog " + d +
             "/log/access_log\nPageLog " + d + "/log/page_log\nPrintcap\nFileDevice No\n");
   Ecrit(d + "/cupsd.conf",
-        "Listen " + adresse_ +
+        "Listen " + serveur.adresse +
             "\nLogLevel info\nWebInterface No\nBrowsing No\nDefaultAuthType None\n"
             "PreserveJobHistory Yes\n<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
             "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n");
@@ -126,22 +121,22 @@ bool ServeurCups::Prepare(std::string* raison) {
     for (const auto& e : fs::recursive_directory_iterator(d))
       donne = donne && lchown(e.path().c_str(), sans_droits->pw_uid, sans_droits->pw_gid) == 0;
     if (!donne) {
-      *raison = "impossible de donner " + d + " à nobody";
+      serveur.raison = "impossible de donner " + d + " à nobody";
       return false;
     }
   }
-  setenv("CUPS_SERVER", adresse_.c_str(), 1);
+  setenv("CUPS_SERVER", serveur.adresse.c_str(), 1);
   unsetenv("PRINTER");
   unsetenv("LPDEST");
   return true;
 }
 
-bool ServeurCups::Demarre(std::string* raison) {
+bool Demarre() {
   const passwd* sans_droits = UtilisateurSansDroits();
-  const std::string conf = dossier_ + "/cupsd.conf";
-  const std::string fichiers = dossier_ + "/cups-files.conf";
-  pid_ = fork();
-  if (pid_ == 0) {
+  const std::string conf = serveur.dossier + "/cupsd.conf";
+  const std::string fichiers = serveur.dossier + "/cups-files.conf";
+  int& pid = serveur.pid = fork();
+  if (pid == 0) {
     // The scheduler must not outlive a test program that crashes.
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (sans_droits != nullptr && (setgroups(0, nullptr) != 0 || setgid(sans_droits->pw_gid) != 0 ||
@@ -152,38 +147,48 @@ bool ServeurCups::Demarre(std::string* raison) {
           static_cast<char*>(nullptr));
     _exit(127);
   }
-  for (int essai = 0; pid_ > 0 && essai < 200; ++essai) {
-    if (Prise(port_, true) != 0) return true;
-    if (waitpid(pid_, nullptr, WNOHANG) == pid_) pid_ = -1;
+  for (int essai = 0; pid > 0 && essai < 200; ++essai) {
+    if (Prise(serveur.port, true) != 0) return true;
+    if (waitpid(pid, nullptr, WNOHANG) == pid) pid = -1;
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
-  if (raison) *raison = "cupsd ne répond pas sur " + adresse_ + " : " + Journal();
+  serveur.raison = "cupsd ne répond pas sur " + serveur.adresse + " : " + AvecServeur::Journal();
   return false;
 }
 
-void ServeurCups::Arrete() {
-  if (pid_ <= 0) return;
-  kill(pid_, SIGTERM);
-  waitpid(pid_, nullptr, 0);
-  pid_ = -1;
+}  // namespace
+
+void AvecServeur::SetUp() {
+  if (!fs::exists("/usr/sbin/cupsd"))
+    GTEST_SKIP() << "cupsd est absent (paquet cups-daemon non installé) : pas de serveur "
+                    "d'impression privé";
+  static const bool pret = Prepare() && Demarre();
+  ASSERT_TRUE(pret) << "cupsd est installé mais ne démarre pas : " << serveur.raison;
+  ASSERT_FALSE(BaseDemo().empty()) << "la base de démonstration n'a pas pu être créée";
+  essai::Application();
 }
 
-ServeurCups::~ServeurCups() {
-  Arrete();
-  std::error_code ignore;
-  if (!dossier_.empty()) fs::remove_all(dossier_, ignore);
+std::string AvecServeur::Adresse() { return serveur.adresse; }
+
+void AvecServeur::Arrete() {
+  if (serveur.pid <= 0) return;
+  kill(serveur.pid, SIGTERM);
+  waitpid(serveur.pid, nullptr, 0);
+  serveur.pid = -1;
 }
 
-int ServeurCups::Nombre(const std::string& file) const {
+bool AvecServeur::Relance() { return Demarre(); }
+
+int AvecServeur::Nombre(const std::string& file) {
   int nombre = 0;
   std::error_code absent;
-  for (const auto& e : fs::directory_iterator(fs::path(dossier_) / "files" / file, absent))
+  for (const auto& e : fs::directory_iterator(serveur.dossier + "/files/" + file, absent))
     nombre += e.path().extension() == ".job";
   return nombre;
 }
 
-Capture ServeurCups::AttendCapture(const std::string& file, int numero) const {
-  const fs::path job = fs::path(dossier_) / "files" / file / (std::to_string(numero) + ".job");
+Capture AvecServeur::AttendCapture(const std::string& file, int numero) {
+  const fs::path job = serveur.dossier + "/files/" + file + "/" + std::to_string(numero) + ".job";
   for (int essai = 0; essai < 400 && !fs::exists(job); ++essai)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   if (!fs::exists(job)) return {};
@@ -210,17 +215,6 @@ const std::string& BaseDemo() {
   return base;
 }
 
-void AvecServeur::SetUp() {
-  if (!fs::exists("/usr/sbin/cupsd"))
-    GTEST_SKIP() << "cupsd est absent (paquet cups-daemon non installé) : pas de serveur "
-                    "d'impression privé";
-  std::string raison;
-  serveur = ServeurCups::Instance(&raison);
-  ASSERT_NE(serveur, nullptr) << "cupsd est installé mais ne démarre pas : " << raison;
-  ASSERT_FALSE(BaseDemo().empty()) << "la base de démonstration n'a pas pu être créée";
-  essai::Application();
-}
-
-std::string ServeurCups::Journal() const { return essai::Lit(dossier_ + "/log/error_log"); }
+std::string AvecServeur::Journal() { return essai::Lit(serveur.dossier + "/log/error_log"); }
 
 }  // namespace essai_cups

@@ -19,46 +19,28 @@
 namespace essai_cups {
 
 struct Capture {
-  int numero = 0;
+  int numero = 0;                              // 0: the job never reached the queue
   std::string fichier, titre, copies, papier;  // fichier: the bytes the backend was given
 };
 
-class ServeurCups {
+// The tests that print to the server, with the demo store and the Qt
+// application. The first one starts the server, which stops with the
+// program. Skipped where cupsd is not installed at all; failed where it is
+// and cannot start.
+class AvecServeur : public ::testing::Test {
  public:
-  // Started on first use and stopped at the end of the program; nullptr
-  // when cupsd cannot be started, *raison then saying why.
-  static ServeurCups* Instance(std::string* raison);
-  ~ServeurCups();
-
-  const std::string& Adresse() const { return adresse_; }  // "127.0.0.1:port"
-  void Arrete();                                           // its port then answers nobody
-  bool Relance() { return Demarre(nullptr); }
-
-  int Nombre(const std::string& file) const;  // the jobs the queue captured so far
-  // Waits (up to 20 s) for the queue to capture job numero; numero 0 if not.
-  Capture AttendCapture(const std::string& file, int numero) const;
-  std::string Journal() const;  // the scheduler's error log, for failure messages
-
- private:
-  ServeurCups() = default;
-  bool Prepare(std::string* raison);
-  bool Demarre(std::string* raison);
-
-  std::string dossier_, adresse_;
-  int port_ = 0, pid_ = -1;
+  void SetUp() override;
+  static std::string Adresse();  // "127.0.0.1:port"
+  static void Arrete();          // its port then answers nobody
+  static bool Relance();
+  static int Nombre(const std::string& file);  // the jobs the queue captured so far
+  // Waits (up to 20 s) for the queue to capture job numero.
+  static Capture AttendCapture(const std::string& file, int numero);
+  static std::string Journal();  // the scheduler's error log, for failure messages
 };
 
 // The demo store (`vesko init` then `vesko import demo/*.json`) the print
 // commands print from, made once per program; "" when it could not be made.
 const std::string& BaseDemo();
-
-// The tests that print to the server, with the demo store and the Qt
-// application. Skipped where cupsd is not installed at all; failed where it
-// is and cannot start.
-class AvecServeur : public ::testing::Test {
- protected:
-  void SetUp() override;
-  ServeurCups* serveur = nullptr;
-};
 
 }  // namespace essai_cups
