@@ -1,5 +1,4 @@
-// The invoicing address of a care recipient and the bank details of every
-// dossier type.
+// A care recipient's invoicing address and every dossier type's bank details.
 #include "tests/sections/releve.h"
 
 TEST(Adresses, CareRecipientInvoicingAndBank) {

@@ -1,6 +1,4 @@
-// A carer's availability, and the unavailabilities of both dossier types:
-// which rows the selection keeps around the run's date (15/03/2024, day
-// 20529), whose rows they are, how a row is laid out, what a malformed key does.
+// Availability and unavailabilities; the run's date is 15/03/2024, day 20529.
 #include "tests/sections/releve.h"
 
 static const std::string kEnteteAide =
@@ -89,7 +87,7 @@ TEST(Indispo, CareRecipientRowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAndAShor
   EXPECT_EQ(Bloc(b, "INDISPONIBILITES", 3),
             (V{" ", kEnteteAide, S(9) + "LUNDI     08/01/2024 30/06/2024  9h30 12h18 1/2 Avant"}));
   EXPECT_EQ(Cadre(b, kEnteteAide, 3), "");
-  const auto incidents = Incidents(b, "Indispo");
+  const auto incidents = b.Controle().Incidents();
   ASSERT_EQ(incidents.size(), 1u);
   EXPECT_EQ(incidents[0].cle, "A0003");
   EXPECT_NE(incidents[0].message.find("« A0003205300 »"), std::string::npos);

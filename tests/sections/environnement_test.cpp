@@ -1,5 +1,4 @@
-// HABITAT, PERSONNE A PREVENIR and CONTACTS: the housing conditions two to a
-// line, labels cut to their column, the person to notify from the right record.
+// HABITAT, PERSONNE A PREVENIR and CONTACTS, each from the right record.
 #include "tests/sections/releve.h"
 
 TEST(Habitat, FourConditionsTwoToALineAndUnknownCodes) {

@@ -1,6 +1,4 @@
-// ETAT CIVIL for both dossier types: the address block that keeps its height,
-// the Cedex rule, ages around a birthday, the code words and a carer's
-// dependants in their frame.
+// ETAT CIVIL: address block, Cedex, ages, code words and a carer's dependants.
 #include "tests/sections/releve.h"
 
 static V Imprime(const std::string& type, const marbrel::TabDyn& fiche,

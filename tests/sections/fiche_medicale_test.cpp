@@ -1,5 +1,4 @@
-// The medical part of a care recipient's dossier: technical aids two to a
-// line, the latest dated entry (at most 15 lines), the treatment table.
+// Technical aids two to a line, the latest dated medical entry, the treatments.
 #include "marbrel/texte.h"
 #include "tests/sections/releve.h"
 
@@ -46,17 +45,9 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesDateInBold) {
   ASSERT_EQ(diagnostic.size(), 17u);  // blank, date, 15 lines
   EXPECT_EQ(diagnostic[16], " Ligne 15");
   // Only the label is in bold, not the date that follows it on its line.
-  int dates = 0;
-  for (const auto& page : b.Enregistrement().pages) {
-    for (size_t k = 0; k + 1 < page.elements.size(); ++k) {
-      const auto* t = Texte(page.elements[k]);
-      const auto* suite = Texte(page.elements[k + 1]);
-      if (!t || !suite || t->texte != "Date :") continue;
-      ++dates;
-      EXPECT_TRUE(t->police.gras && !suite->police.gras && suite->y == t->y);
-    }
-  }
-  EXPECT_EQ(dates, 2);
+  const auto date = Suite(b, "Date :", 2);
+  ASSERT_EQ(date.size(), 2u);
+  EXPECT_TRUE(date[0].police.gras && !date[1].police.gras && date[1].y == date[0].y);
 }
 
 TEST(TraitMed, EntryWrappedAt76AndTheTableWithItsUnitWords) {

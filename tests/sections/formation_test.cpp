@@ -58,7 +58,7 @@ TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
   const auto l = Bloc(b, "FORMATION", 3);
   EXPECT_EQ(Tranche(l, 2, 3), V{" Diplôme / Niveau     : Niveau"});
   EXPECT_EQ(Tranche(l, 7, 8), V{S(21) + "Sauveteur secouriste du tr      7h30  "});
-  const auto incidents = Incidents(b, "");
+  const auto incidents = b.Controle().Incidents();
   ASSERT_EQ(incidents.size(), 1u);
   EXPECT_EQ(incidents[0].cle, "S0004");
   EXPECT_NE(incidents[0].message.find("« 7h30 »"), std::string::npos);

@@ -1,5 +1,4 @@
-// The people around a care recipient: the spouse's lines and age, the
-// household table of fourteen rows and the entourage table of ten.
+// The spouse, the household table of fourteen rows, the entourage of ten.
 #include "tests/sections/releve.h"
 
 static const std::string kEnteteFoyer =

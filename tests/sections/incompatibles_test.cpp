@@ -1,5 +1,4 @@
-// The incompatible carers: the selection by care recipient in name order, the
-// first ten only, names from the carers' file, always ten framed rows.
+// The incompatible carers: the first ten in name order, always ten framed rows.
 #include "tests/sections/releve.h"
 
 static const std::string ENTETE = "           Code               Nom Prénom";

@@ -1,6 +1,4 @@
-// The outside professionals: the columns and their cuts, the types looked up
-// in "AUTRINTERVENANT", the table that keeps eight rows, its frame, and the
-// observations under the names.
+// The outside professionals: cut columns, eight framed rows, observations under the names.
 #include "marbrel/texte.h"
 #include "tests/sections/releve.h"
 

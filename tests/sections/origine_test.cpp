@@ -1,5 +1,4 @@
-// The file origin: the labels, the contact-origin lookup, and the free texts
-// laid out under their label in pieces of at most 60 characters.
+// The file origin and its free texts in pieces of at most 60 characters.
 #include "tests/sections/releve.h"
 
 static const std::string CRLF = "\r\n";

@@ -72,15 +72,6 @@ inline V Bloc(const Banc& b, const std::string& titre, int rang = 0) {
   return l;
 }
 
-// The page (from 0) that holds a title, -1 without it.
-inline long Page(const Banc& b, const std::string& titre) {
-  const auto& pages = b.Enregistrement().pages;
-  for (size_t p = 0; p < pages.size(); ++p)
-    for (const auto& e : pages[p].elements)
-      if (Texte(e) && Texte(e)->police.taille == 16 && Texte(e)->texte == titre) return long(p);
-  return -1;
-}
-
 // The frame whose top rule lies on the line of the rang-th text `entete`, as
 // "<height in 11-point lines> lignes, <left>-<right> cm: <inner verticals>",
 // positions in cm; "" when there is no such text or frame.
@@ -123,15 +114,6 @@ inline std::vector<printing::ElementTexte> Suite(const Banc& b, const std::strin
       if (Texte(e) && (Texte(e)->texte == debut || !m.empty()) && m.size() < n)
         m.push_back(*Texte(e));
   return m;
-}
-
-// The incidents of the sections whose procedure name starts with `section`
-// (the other sections of a dossier may have their own).
-inline std::vector<Incident> Incidents(Banc& b, const std::string& section) {
-  std::vector<Incident> miens;
-  for (const Incident& i : b.Controle().Incidents())
-    if (i.section.rfind(section, 0) == 0) miens.push_back(i);
-  return miens;
 }
 
 }  // namespace banc

@@ -1,5 +1,4 @@
-// The resources table: its rows, the frame over thirteen lines whatever the
-// number of rows, and the closing line with the quotient and the exact total.
+// The resources table, its thirteen-line frame and its closing line with the total.
 #include "tests/sections/releve.h"
 
 static const std::string kEntete =
@@ -44,7 +43,7 @@ TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
   l = Bloc(b, "RESSOURCES", 3);
   EXPECT_EQ(l.at(3), "  a" + S(34) + "  " + S(20) + "    " + S(8));
   EXPECT_EQ(l.at(7), Fin(S(43)) + "   10.00");
-  const auto incidents = Incidents(b, "Ressource_Aide");
+  const auto incidents = b.Controle().Incidents();
   ASSERT_EQ(incidents.size(), 1u);
   EXPECT_NE(incidents[0].message.find("« 12,50 » dans RESSOURCESAIDE A0004, attribut 5, valeur 1"),
             std::string::npos);

@@ -1,5 +1,4 @@
-// Sector, sub-sector and quarter of every dossier type, with the care
-// recipient's responsible person and the carer's medical and transport lines.
+// Sector, sub-sector and quarter of every dossier type.
 #include "tests/sections/releve.h"
 
 TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
