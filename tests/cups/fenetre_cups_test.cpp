@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QPrintDialog>
+#include <QSpinBox>
 #include <QTimer>
 
 #include "app/gui/choix_imprimante.h"
@@ -20,13 +21,15 @@ TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog)
   fenetre.OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
   fenetre.Selectionne({"A0001", "A0002"});
   fenetre.show();
-  // The user accepts the print dialog as it opens: the default queue, A4.
-  // The print dialog only: a slow run also shows its progress dialog.
+  // The user accepts the print dialog, the default queue, asking for two
+  // copies on A3. The print dialog only: a slow run also shows its progress.
   int dialogues = 0;
   QTimer accepte;
   QObject::connect(&accepte, &QTimer::timeout, [&] {
     if (auto* d = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget())) {
       ++dialogues;
+      d->printer()->setPageSize(QPageSize(QPageSize::A3));
+      if (auto* copies = d->findChild<QSpinBox*>("copies")) copies->setValue(2);
       d->accept();
     }
   });
@@ -44,13 +47,13 @@ TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog)
   const essai_cups::Capture job = AttendCapture("CAPTURE", numero);
   ASSERT_EQ(job.numero, numero) << Journal();
   EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
-  EXPECT_EQ(job.papier, "A4");
+  EXPECT_EQ(job.papier + " " + job.copies, "A3 2");
   const std::string texte = essai::Lance("pdftotext '" + job.fichier + "' -").sortie;
   EXPECT_NE(texte.find("A0001 MARTIN Jeanne"), std::string::npos);
   EXPECT_NE(texte.find("A0002 LEFEBVRE Marcel"), std::string::npos) << "deux dossiers, un travail";
 }
 
-TEST_F(FenetreCups, TheDialogsChoiceIsFoundInTheControlsListAndAnUnlistedQueueIsNamed) {
+TEST_F(FenetreCups, TheControlsListPutsTheDefaultQueueFirstAndTheDialogsChoiceIsFoundInIt) {
   const std::vector<printing::Destination> liste =
       printing::cups::Destinations(std::make_shared<printing::cups::ReglagesEnvoi>());
   std::vector<std::string> noms;
@@ -58,14 +61,6 @@ TEST_F(FenetreCups, TheDialogsChoiceIsFoundInTheControlsListAndAnUnlistedQueueIs
   // The default queue first, then the others, then the built-in "PDF".
   ASSERT_EQ(noms, (std::vector<std::string>{"CAPTURE", "ARRETEE", "PANNE", "REFUS", "PDF"}));
 
-  QPrinter imprimante(QPrinter::HighResolution);
-  imprimante.setPrinterName("PANNE");
-  imprimante.setPageSize(QPageSize(QPageSize::A3));
-  imprimante.setCopyCount(2);
-  // index in the list, paper code (8: A3), copies, PDF file.
-  const hote::Choix choix = hote::Interprete(imprimante, liste);
-  EXPECT_EQ(std::tuple(choix.index, choix.papier, choix.copies, choix.pdf),
-            std::tuple(2, 8, 2, std::string()));
   // Qt's "print to file" is the built-in "PDF" printer, writing that file.
   QPrinter fichier(QPrinter::HighResolution);
   fichier.setOutputFormat(QPrinter::PdfFormat);
@@ -75,6 +70,9 @@ TEST_F(FenetreCups, TheDialogsChoiceIsFoundInTheControlsListAndAnUnlistedQueueIs
   EXPECT_EQ(std::tuple(pdf.index, pdf.papier, pdf.copies, pdf.pdf),
             std::tuple(4, 1, 1, std::string("/tmp/dossiers.pdf")));
 
+  QPrinter imprimante(QPrinter::HighResolution);
+  imprimante.setPrinterName("PANNE");
+  EXPECT_EQ(hote::Interprete(imprimante, liste).index, 2);
   try {
     hote::Interprete(imprimante, {liste.front(), liste.back()});
     ADD_FAILURE() << "une file absente de la liste doit être signalée";
