@@ -14,29 +14,6 @@ static void Dictionnaires(Banc& b) {
   }
 }
 
-TEST(Dispo, HoursWeekendNightPeriodAndAbsentRecords) {
-  Banc b;
-  b.Met("TPSAIDANTDISPO", "S0001", Rec({"3550", "", "", "", "", "N", "O", ""}));
-  b.Met("FORMEXPAIDANT", "S0001",
-        Rec({"", "", "", "", "", "", "", "", "", "", "", "20486", "20820"}));
-  b.Met("TPSAIDANTDISPO", "S0003", Rec({"", "", "", "", "", "O", "N", "X"}));
-  b.Imprime("AIDANT", {"S0001", "S0002", "S0003"});
-  const std::string samedi = " Samedi          : ";
-  EXPECT_EQ(Tranche(Bloc(b, "DISPONIBILITES"), 1, 4),
-            (V{" Nombre d'heures :   35.50",
-               samedi + "OUI" + S(10) + "Dimanche  : " + S(13) + "Nuit : NON",
-               " Début dispo     : 01/02/2024   Fin dispo : 31/12/2024"}));
-  V morceaux;
-  for (const auto& t : Suite(b, samedi, 6)) morceaux.push_back(t.texte);
-  EXPECT_EQ(morceaux, (V{samedi, "OUI" + S(10), "Dimanche  : ", S(13), "Nuit : ", "NON"}));
-  // Without records every value is blank; only "O" and "N" are words.
-  EXPECT_EQ(Tranche(Bloc(b, "DISPONIBILITES", 1), 1, 4),
-            (V{" Nombre d'heures : ", samedi + S(13) + "Dimanche  : " + S(13) + "Nuit : ",
-               " Début dispo     : " + S(13) + "Fin dispo : "}));
-  EXPECT_EQ(Bloc(b, "DISPONIBILITES", 2).at(2),
-            samedi + "NON" + S(10) + "Dimanche  : " + S(13) + "Nuit : OUI");
-}
-
 TEST(Indispo, CareRecipientRowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAndAShortKey) {
   Banc b;
   Dictionnaires(b);
@@ -95,25 +72,41 @@ TEST(Indispo, CareRecipientRowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAndAShor
   EXPECT_FALSE(Bloc(b, "HABITAT", 3).empty());
 }
 
-TEST(Indispo, CarerRowsCarryTheEmployerColumn) {
+TEST(Dispo, CarersHoursWeekendNightPeriodAndUnavailabilitiesWithTheEmployerColumn) {
   Banc b;
   Dictionnaires(b);
+  b.Met("TPSAIDANTDISPO", "S0001", Rec({"3550", "", "", "", "", "N", "O", ""}));
+  b.Met("FORMEXPAIDANT", "S0001", Fiche("12=20486|13=20820"));
+  b.Met("TPSAIDANTDISPO", "S0003", Rec({"", "", "", "", "", "O", "N", "X"}));
   const std::string f = "TPSAIDANTINDISPO";
   b.Met(f, "S00012046200800", Rec({"20636", "1200", "1", "Formation continue CAP", "o"}));
   b.Met(f, "S00012053041400", Rec({"", "1800", "2", "Enfant", "O"}));
   b.Met(f, "S00012053051400", Rec({"", "1800", "2", "Vingt et un caractère", ""}));
   b.Met(f, "T00092033640800", Rec({"", "1800", "1", "AUTRE AIDANT", "O"}));
-  b.Imprime("AIDANT", {"S0001"});
-  const std::string entete = kEnteteAide + " Empl.";
+  b.Imprime("AIDANT", {"S0001", "S0002", "S0003"});
+  const std::string samedi = " Samedi          : ", entete = kEnteteAide + " Empl.";
   auto l = Bloc(b, "DISPONIBILITES");
   ASSERT_EQ(l.size(), 23u);
-  // 22 characters are cut to 21 and two spaces; 21 are padded to 23.
-  EXPECT_EQ(Tranche(l, 4, 11),
-            (V{" Indisponibilités personnelles", " ", entete,
+  // A 22-character observation is cut to 21 and two spaces; 21 are padded to 23.
+  EXPECT_EQ(Tranche(l, 1, 11),
+            (V{" Nombre d'heures :   35.50",
+               samedi + "OUI" + S(10) + "Dimanche  : " + S(13) + "Nuit : NON",
+               " Début dispo     : 01/02/2024   Fin dispo : 31/12/2024",
+               " Indisponibilités personnelles", " ", entete,
                S(9) + "LUNDI     08/01/2024 30/06/2024  8h00 12h00 1/1 Formation continue CA  NON",
                S(9) + "VENDREDI  16/03/2024" + S(12) + "14h00 18h00 1/2 Enfant" + S(17) + "OUI",
                S(9) + "SAMEDI    16/03/2024" + S(12) + "14h00 18h00 1/2 Vingt et un caractère  NON",
                " "}));
   EXPECT_EQ(b.Texte().find("AUTRE AIDANT"), std::string::npos);
   EXPECT_EQ(Cadre(b, entete), "16 lignes, 2-19.8 cm: 4.3 6.8 9.4 10.8 12.2 13.3 18.4");
+  // The weekend line is printed in pieces, each where the text says.
+  V morceaux;
+  for (const auto& t : Suite(b, samedi, 6)) morceaux.push_back(t.texte);
+  EXPECT_EQ(morceaux, (V{samedi, "OUI" + S(10), "Dimanche  : ", S(13), "Nuit : ", "NON"}));
+  // Without records every value is blank; only "O" and "N" are words.
+  EXPECT_EQ(Tranche(Bloc(b, "DISPONIBILITES", 1), 1, 4),
+            (V{" Nombre d'heures : ", samedi + S(13) + "Dimanche  : " + S(13) + "Nuit : ",
+               " Début dispo     : " + S(13) + "Fin dispo : "}));
+  EXPECT_EQ(Bloc(b, "DISPONIBILITES", 2).at(2),
+            samedi + "NON" + S(10) + "Dimanche  : " + S(13) + "Nuit : OUI");
 }

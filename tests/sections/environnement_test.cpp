@@ -1,7 +1,9 @@
-// HABITAT, PERSONNE A PREVENIR and CONTACTS, each from the right record.
+// HABITAT, ENTOURAGE, PERSONNE A PREVENIR and CONTACTS, each from the right record.
 #include "tests/sections/releve.h"
 
-TEST(Habitat, FourConditionsTwoToALineAndUnknownCodes) {
+TEST(Environnement, HousingTwoToALineEntourageOfTenAndUnknownCodes) {
+  const std::string entete =
+      "            Nom prénom       Lieu de résidence     Téléphone      Portable";
   Banc b;
   b.Met("TABLES", "QUALITEOCCUPANT", Rec({"", "P]L", "Propriétaire]Locataire"}));
   b.Met("TABLES", "DESCRIPLOGEMENT", Rec({"", "M]A", "Maison]Appartement"}));
@@ -9,8 +11,10 @@ TEST(Habitat, FourConditionsTwoToALineAndUnknownCodes) {
         Rec({"", "B]V]H]E]S",
              "Bon état]Logement vétuste, travaux à prévoir vite]Humide]Escalier raide]Froid"}));
   // Five conditions: only the first four print; the 40-character label keeps
-  // its first 30 and one space.
-  b.Met("ENVIRONAIDE", "A0001", Rec({"L", "3", "A", "V]B]H]E]S"}));
+  // its first 30 and one space. 25 characters in the first entourage name.
+  b.Met("ENVIRONAIDE", "A0001",
+        Rec({"L", "3", "A", "V]B]H]E]S", "BERNARD-LEFEBVRE Christin]X2]]]]]]]]]ONZIEME",
+             "06 12 34 56 78", "Saint-Germain-en-Laye", "01 39 00 00 00"}));
   b.Met("ENVIRONAIDE", "A0002", Rec({"X", "", "", "Z]B"}));
   b.Imprime("AIDE", {"A0001", "A0002"});
   EXPECT_EQ(Bloc(b, "HABITAT"),
@@ -23,6 +27,17 @@ TEST(Habitat, FourConditionsTwoToALineAndUnknownCodes) {
       Bloc(b, "HABITAT", 1),
       (V{" ", " Qualité occupant     : ", " Nombre pièces        : ", " Type habitat         : ",
          " Etat du logement     : " + S(31) + "Bon état", S(24 + 31)}));
+  // Ten rows of 78 characters, then the blank line after the frame; the
+  // eleventh person is never printed.
+  V attendu = {" ", entete,
+               "         BERNARD-LEFEBVRE Ch Saint-Germain-en-La 01 39 00 00 00 06 12 34 56 78",
+               "         X2" + S(78 - 11)};
+  attendu.resize(12, S(78));
+  attendu.push_back(" ");
+  EXPECT_EQ(Bloc(b, "ENTOURAGE"), attendu);
+  EXPECT_EQ(Cadre(b, entete), "11 lignes, 2-18.6 cm: 6.7 11.4 15");
+  attendu[2] = attendu[3] = S(78);
+  EXPECT_EQ(Bloc(b, "ENTOURAGE", 1), attendu);
 }
 
 TEST(PersonneAPrevenir, FromTheEnvironmentOrTheCarersRecordOrEmpty) {

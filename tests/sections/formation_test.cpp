@@ -4,7 +4,7 @@
 static const std::string kEntete =
     "            Date           Formation             Heures       Observations";
 
-TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
+TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
   Banc b;
   b.Met("TABLES", "DIPLOMES",
         Rec({"", "CAP]BAC]BTS", "CAP petite enfance]Baccalauréat]Brevet de technicien supérieur"}));
@@ -18,7 +18,11 @@ TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
         Rec({"D", "BAC", "1998", "Auxiliaire de vie sociale",
              "20462]]20529]20336]]]]]]]20529",  // 08/01/2024, 04/09/2023
              "SST]PSC1]]ALZ]ALZ]ALZ]ALZ]ALZ]ALZ]ALZ]SST", "750]]800]1400]]]]]]]350",
-             "Recyclage tous les deux ans]]]Stage]]]]]]]onzième"}));
+             "Recyclage tous les deux ans]]]Stage]]]]]]]onzième",
+             "Garde d'enfants (3 ans)]]Aide ménagère]]]]Cantine]8e", "]REP]MEN]COU]ABSENT]"}));
+  b.Met("ACTIVITES", "REP", Rec({"Repassage"}));
+  b.Met("ACTIVITES", "COU", Rec({"Courses"}));
+  b.Met("ACTIVITES", "MEN", Rec({"Ménage"}));
   // "d" is not "D"; an unknown diploma prints nothing.
   b.Met("FORMEXPAIDANT", "S0002", Rec({"d", "XYZ", "2001"}));
   b.Met("FORMEXPAIDANT", "S0004", Rec({"N", "", "", "", "", "ALZ]SST", "]7h30"}));
@@ -40,6 +44,12 @@ TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
   EXPECT_EQ(b.Texte().find("onzième"), std::string::npos);
   // The frame holds the header and the ten rows.
   EXPECT_EQ(Cadre(b, kEntete), "11 lignes, 2-18 cm: 4.9 11.3 13.8");
+  // Seven lines of experience; activities two to a line: line 1 only the
+  // right one, line 2 both, line 3 one missing from ACTIVITES.
+  EXPECT_EQ(Bloc(b, "EXPERIENCES"),
+            (V{" ", " Garde d'enfants (3 ans)", " ", " Aide ménagère", " ", " ", " ", " Cantine"}));
+  EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES"),
+            (V{" ", "Repassage", " Ménage" + S(34) + "Courses", S(41) + " "}));
 
   EXPECT_EQ(
       Tranche(Bloc(b, "FORMATION", 1), 1, 3),
@@ -53,6 +63,8 @@ TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
             kEntete};
   vide.resize(17, " ");
   EXPECT_EQ(Bloc(b, "FORMATION", 2), vide);
+  EXPECT_EQ(Bloc(b, "EXPERIENCES", 2), V(8, " "));
+  EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES", 2), V(4, " "));
 
   // Unreadable hours print as stored and are reported with their place.
   const auto l = Bloc(b, "FORMATION", 3);
@@ -63,24 +75,4 @@ TEST(Formation, StudiesTrainingRowsCutsAndFrame) {
   EXPECT_EQ(incidents[0].cle, "S0004");
   EXPECT_NE(incidents[0].message.find("« 7h30 »"), std::string::npos);
   EXPECT_NE(incidents[0].message.find("attribut 7, valeur 2"), std::string::npos);
-}
-
-TEST(Experience, SevenLinesAndActivitiesTwoToALine) {
-  Banc b;
-  b.Met("ACTIVITES", "REP", Rec({"Repassage"}));
-  b.Met("ACTIVITES", "COU", Rec({"Courses"}));
-  b.Met("ACTIVITES", "MEN", Rec({"Ménage"}));
-  // Activities: line 1 only the right one; line 2 both; line 3 an activity
-  // missing from ACTIVITES, nothing on the right.
-  b.Met("FORMEXPAIDANT", "S0001",
-        Rec({"", "", "", "", "", "", "", "", "Garde d'enfants (3 ans)]]Aide ménagère]]]]Cantine]8e",
-             "]REP]MEN]COU]ABSENT]"}));
-  b.Imprime("AIDANT", {"S0001", "S0002"});
-  EXPECT_EQ(Bloc(b, "EXPERIENCES"),
-            (V{" ", " Garde d'enfants (3 ans)", " ", " Aide ménagère", " ", " ", " ", " Cantine"}));
-  EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES"),
-            (V{" ", "Repassage", " Ménage" + S(34) + "Courses", S(41) + " "}));
-  // No record: the blocks keep their lines.
-  EXPECT_EQ(Bloc(b, "EXPERIENCES", 1), V(8, " "));
-  EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES", 1), V(4, " "));
 }
