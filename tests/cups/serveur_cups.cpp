@@ -20,10 +20,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void Ecrit(const std::string& chemin, const std::string& contenu) {
-  std::ofstream(chemin, std::ios::binary) << contenu;
-}
-
 // The backend of every queue. Without arguments it describes itself (device
 // discovery); with them it is a job: $1 id, $3 title, $4 copies, $5 options,
 // $6 the file (or standard input). "capture:FOLDER" keeps the bytes and the
@@ -84,20 +80,20 @@ bool Prepare() {
     if (e.path().filename() != "backend")
       fs::create_symlink(e.path(), d + "/bin/" + e.path().filename().string());
   for (const char* nom : {"capture", "panne"}) {
-    Ecrit(d + "/bin/backend/" + nom, kBackend);
+    std::ofstream(d + "/bin/backend/" + nom) << kBackend;
     fs::permissions(d + "/bin/backend/" + nom, fs::perms(0755));
   }
 
-  Ecrit(d + "/cups-files.conf",
-        "ServerRoot " + d + "\nServerBin " + d + "/bin\nRequestRoot " + d + "/spool\nTempDir " + d +
-            "/spool/tmp\nCacheDir " + d + "/cache\nStateDir " + d + "/state\nDataDir " +
-            "/usr/share/cups\nErrorLog " + d + "/log/error_log\nAccessLog " + d +
-            "/log/access_log\nPageLog " + d + "/log/page_log\nPrintcap\nFileDevice No\n");
-  Ecrit(d + "/cupsd.conf",
-        "Listen " + serveur.adresse +
-            "\nLogLevel info\nWebInterface No\nBrowsing No\nDefaultAuthType None\n"
-            "PreserveJobHistory Yes\n<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
-            "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n");
+  std::ofstream(d + "/cups-files.conf")
+      << "ServerRoot " + d + "\nServerBin " + d + "/bin\nRequestRoot " + d + "/spool\nTempDir " +
+             d + "/spool/tmp\nCacheDir " + d + "/cache\nStateDir " + d + "/state\nDataDir " +
+             "/usr/share/cups\nErrorLog " + d + "/log/error_log\nAccessLog " + d +
+             "/log/access_log\nPageLog " + d + "/log/page_log\nPrintcap\nFileDevice No\n";
+  std::ofstream(d + "/cupsd.conf")
+      << "Listen " + serveur.adresse +
+             "\nLogLevel info\nWebInterface No\nBrowsing No\nDefaultAuthType None\n"
+             "PreserveJobHistory Yes\n<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
+             "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n";
   // A failed job is dropped: the queue stays ready for the next one.
   std::string files;
   for (const auto& [nom, etat] : std::initializer_list<std::pair<std::string, std::string>>{
@@ -113,7 +109,7 @@ bool Prepare() {
              (nom == "PANNE" ? "panne:" : "capture:") + d + "/files/" + nom + "\n</" + balise +
              ">\n";
   }
-  Ecrit(d + "/printers.conf", files);
+  std::ofstream(d + "/printers.conf") << files;
 
   if (const passwd* sans_droits = UtilisateurSansDroits()) {
     // lchown: the links to the system's programs leave their targets alone.
