@@ -11,7 +11,7 @@ static std::string Rangee(const std::string& libelle, const std::string& valeur,
 }
 static std::string Total(const std::string& total) { return S(38) + "Total :  " + total; }
 
-TEST(CapaciteTache, CarerCapacitiesAndBehaviourWithTheirTotalsOrAsAForm) {
+TEST(CapaciteTache, CarerTotalsOrAFormAndCareRecipientTasksWithTheirKeys) {
   Banc b;
   b.Met("TABLES", "DEFTECH",
         Rec({"Tâches", "MEN]REP]COU", "Ménage]Préparation des repas]Courses"}));
@@ -33,8 +33,34 @@ TEST(CapaciteTache, CarerCapacitiesAndBehaviourWithTheirTotalsOrAsAForm) {
   // Without capacities the whole table prints as a form to fill in.
   EXPECT_EQ(Bloc(b, "CAPACITES", 1), (V{" ", TEMPS, S(9) + "Ménage", S(9) + "Préparation des repas",
                                         S(9) + "Courses", "", "", Total("    0.00"), " "}));
-  EXPECT_EQ(Bloc(b, "COMPORTEMENT", 1), (V{" ", NOTE, S(9) + "Ponctualité", S(9) + "Discrétion", "",
-                                           "", Total("       0"), " "}));
+
+  // A care recipient's tasks are the catalogue with the person's values.
+  b.Met("TYPETACHE", "ENTRETIEN", Rec({"1"}));
+  b.Met("GROUPETACHE", "Ménage", Rec({"1", "ENTRETIEN"}));
+  b.Met("TACHE", "Aspirateur", Rec({"1", "Ménage"}));
+  b.Met("TACHE", "Vaisselle", Rec({"2", "Ménage"}));
+  // The needs record, read by the modalities section, completes the key.
+  b.Met("BESOINSAIDE", "A0001", Rec({"*1"}));
+  marbrel::TabDyn taches = Rec({"Vaisselle]Aspirateur", "Lun Jeu]2 h"});
+  taches.Remplace(14, "PONC");
+  taches.Remplace(15, "3");
+  b.Met("AIDEDETAILTACHE", "A0001*1", taches);
+  b.Met("AIDEDETAILTACHE", "A0001", Rec({"Vaisselle", "faux"}));  // not the key
+  // A second person without needs record must not inherit the first's suffix.
+  b.Met("AIDEDETAILTACHE", "A0002*1", Rec({"Aspirateur", "faux"}));
+  b.Imprime("AIDE", {"A0001", "A0002"});
+
+  // Each task gets its own value, whatever the order of the person's record.
+  EXPECT_EQ(
+      Bloc(b, "TACHES A ACCOMPLIR"),
+      (V{" ", VALEUR,
+         Rangee(texte::Pad("ENTRETIEN", 21) + texte::Pad("Ménage", 21) + "Aspirateur", "2 h", 68),
+         Rangee(S(42) + "Vaisselle", "Lun Jeu", 68), "", "", " "}));
+  // The care recipient's behaviour comes from the same record, without total.
+  EXPECT_EQ(Bloc(b, "COMPORTEMENT"), (V{" ", NOTE, Rangee("Ponctualité", "3"), "", "", " "}));
+  // The tasks' frame holds the header and the two lines.
+  EXPECT_EQ(Cadre(b, VALEUR), "3 lignes, 0.3-18.8 cm: 16.3");
+  EXPECT_EQ(b.Texte().find("faux"), std::string::npos);
 }
 
 TEST(CapaciteTache, CapacitiesLongerThanAPageAreFramedOnEachPage) {
@@ -63,37 +89,6 @@ TEST(CapaciteTache, CapacitiesLongerThanAPageAreFramedOnEachPage) {
   EXPECT_EQ(Cadre(b, TEMPS, 1), "19 lignes, 0.3-13 cm: 10.5");
   EXPECT_NE(std::find(saut, l.end(), Rangee("Capacité 70", "    1.00")), l.end());
   EXPECT_NE(std::find(saut, l.end(), Total("   70.00")), l.end());
-}
-
-TEST(CapaciteTache, CareRecipientTasksAreTheCatalogueWithTheirValues) {
-  Banc b;
-  b.Met("TABLES", "IMPGENE", Rec({"Comportement", "PONC]DISC", "Ponctualité]Discrétion"}));
-  b.Met("TYPETACHE", "ENTRETIEN", Rec({"1"}));
-  b.Met("GROUPETACHE", "Ménage", Rec({"1", "ENTRETIEN"}));
-  b.Met("TACHE", "Aspirateur", Rec({"1", "Ménage"}));
-  b.Met("TACHE", "Vaisselle", Rec({"2", "Ménage"}));
-  // The needs record, read by the modalities section, completes the key.
-  b.Met("BESOINSAIDE", "A0001", Rec({"*1"}));
-  marbrel::TabDyn taches = Rec({"Vaisselle]Aspirateur", "Lun Jeu]2 h"});
-  taches.Remplace(14, "PONC");
-  taches.Remplace(15, "3");
-  b.Met("AIDEDETAILTACHE", "A0001*1", taches);
-  b.Met("AIDEDETAILTACHE", "A0001", Rec({"Vaisselle", "faux"}));  // not the key
-  // A second person without needs record must not inherit the first's suffix.
-  b.Met("AIDEDETAILTACHE", "A0002*1", Rec({"Aspirateur", "faux"}));
-  b.Imprime("AIDE", {"A0001", "A0002"});
-
-  // Each task gets its own value, whatever the order of the person's record.
-  EXPECT_EQ(
-      Bloc(b, "TACHES A ACCOMPLIR"),
-      (V{" ", VALEUR,
-         Rangee(texte::Pad("ENTRETIEN", 21) + texte::Pad("Ménage", 21) + "Aspirateur", "2 h", 68),
-         Rangee(S(42) + "Vaisselle", "Lun Jeu", 68), "", "", " "}));
-  // The care recipient's behaviour comes from the same record, without total.
-  EXPECT_EQ(Bloc(b, "COMPORTEMENT"), (V{" ", NOTE, Rangee("Ponctualité", "3"), "", "", " "}));
-  // The tasks' frame holds the header and the two lines.
-  EXPECT_EQ(Cadre(b, VALEUR), "3 lignes, 0.3-18.8 cm: 16.3");
-  EXPECT_EQ(b.Texte().find("faux"), std::string::npos);
 }
 
 TEST(CapaciteTache, BehaviourStaysOnTheTasksPageUpTo36Lines) {

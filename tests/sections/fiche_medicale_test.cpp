@@ -4,34 +4,35 @@
 
 static const std::string CRLF = "\r\n";
 
-// Prints two care recipients with their medical sheets and technical aids.
-static void Imprime(Banc& b, const marbrel::TabDyn& fiche, const std::string& aides1,
-                    const std::string& aides2) {
-  b.Met("FICHEMEDAIDE", "A0001", fiche);
-  b.Met("ENVIRONAIDE", "A0001", Fiche("19=" + aides1));
-  b.Met("ENVIRONAIDE", "A0002", Fiche("19=" + aides2));
-  b.Met(
-      "TABLES", "AIDETECHNIQUE",
-      Rec({"", "LM]FR]DE]BA]CH]TE",
-           "Lit médicalisé]Fauteuil roulant]Déambulateur]Barre d'appui]Chaise percée]Téléalarme"}));
-  b.Imprime("AIDE", {"A0001", "A0002"});
-}
-
 // The aids column: the label and spaces up to 40.
 static std::string Col(const std::string& libelle) {
   return " " + libelle + S(40 - static_cast<size_t>(texte::Len(libelle)));
 }
 
-TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesDateInBold) {
-  std::string vingt;
+TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUnitWords) {
+  std::string vingt, texte;
   for (int i = 1; i <= 20; ++i) vingt += (i > 1 ? CRLF : "") + "Ligne " + std::to_string(i);
+  for (int i = 0; i < 12; ++i) texte += "traitement ";
+  const std::string fin = Jour("30/04/2024");
   Banc b;
-  Imprime(b,
-          Rec({"",
-               Jour("02/01/2020") + "\\Appendicectomie.]" + Jour("12/02/2024") +
-                   "\\Diabète de type 2" + CRLF + "Hypertension.",
-               "", Jour("01/03/2024") + "\\" + vingt}),
-          "LM]FR]DE]BA]CH]TE", "BA]]DE]??");
+  b.Met("FICHEMEDAIDE", "A0001",
+        Rec({"",
+             Jour("02/01/2020") + "\\Appendicectomie.]" + Jour("12/02/2024") +
+                 "\\Diabète de type 2" + CRLF + "Hypertension.",
+             "", Jour("01/03/2024") + "\\" + vingt, "", Jour("01/03/2024") + "\\" + texte + "fin",
+             "", "", "",
+             "Metformine 500 mg\\1 comprimé\\3 fois par jour\\3\\M\\" + fin +
+                 "]Amoxicilline\\1 gélule\\2 fois par jour\\1\\S\\" + fin +
+                 "]Kinésithérapie respiratoire intensive\\1 séance\\2 par semaine\\2\\S\\" + fin +
+                 "]Paracétamol\\1 g\\si douleur\\1\\J\\]Collyre\\1 goutte\\matin\\10\\J\\" + fin +
+                 "]Pansement\\1\\le soir\\4\\?\\"}));
+  b.Met("ENVIRONAIDE", "A0001", Fiche("19=LM]FR]DE]BA]CH]TE"));
+  b.Met("ENVIRONAIDE", "A0002", Fiche("19=BA]]DE]??"));
+  b.Met(
+      "TABLES", "AIDETECHNIQUE",
+      Rec({"", "LM]FR]DE]BA]CH]TE",
+           "Lit médicalisé]Fauteuil roulant]Déambulateur]Barre d'appui]Chaise percée]Téléalarme"}));
+  b.Imprime("AIDE", {"A0001", "A0002"});
   EXPECT_EQ(Bloc(b, "AIDES TECHNIQUES"),
             (V{" ", Col("Lit médicalisé") + "Fauteuil roulant",
                Col("Déambulateur") + "Barre d'appui", Col("Chaise percée") + "Téléalarme"}));
@@ -48,21 +49,7 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesDateInBold) {
   const auto date = Suite(b, "Date :", 2);
   ASSERT_EQ(date.size(), 2u);
   EXPECT_TRUE(date[0].police.gras && !date[1].police.gras && date[1].y == date[0].y);
-}
-
-TEST(TraitMed, EntryWrappedAt76AndTheTableWithItsUnitWords) {
-  std::string texte;
-  for (int i = 0; i < 12; ++i) texte += "traitement ";
-  const std::string fin = Jour("30/04/2024");
-  Banc b;
-  Imprime(b,
-          Rec({"", "", "", "", "", Jour("01/03/2024") + "\\" + texte + "fin", "", "", "",
-               "Metformine 500 mg\\1 comprimé\\3 fois par jour\\3\\M\\" + fin +
-                   "]Amoxicilline\\1 gélule\\2 fois par jour\\1\\S\\" + fin +
-                   "]Kinésithérapie respiratoire intensive\\1 séance\\2 par semaine\\2\\S\\" + fin +
-                   "]Paracétamol\\1 g\\si douleur\\1\\J\\]Collyre\\1 goutte\\matin\\10\\J\\" + fin +
-                   "]Pansement\\1\\le soir\\4\\?\\"}),
-          "", "");
+  // The entry wraps within 76 characters; units are worded by code and count.
   const std::string six = " traitement traitement traitement traitement traitement traitement";
   EXPECT_EQ(
       Bloc(b, "TRAITEMENT MEDICAL"),

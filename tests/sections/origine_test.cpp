@@ -19,7 +19,7 @@ static V Besoins(const std::string& texte) {
   return l.size() < 5 ? l : V(l.begin() + 5, l.end());
 }
 
-TEST(OrigineDossier, LabelsAndTheOriginLabel) {
+TEST(OrigineDossier, LabelsTheOriginLabelAndTheNeedsInPieces) {
   EXPECT_EQ(Origine(Rec({Jour("04/01/2024"), "Téléphone", "FAM", "Mme Lefèvre (fille)"})),
             (V{" ", " Date 1er contact     : 04/01/2024", " Type du contact      : Téléphone",
                " Origine contact      : Famille", NOM + "Mme Lefèvre (fille)", BESOINS}));
@@ -27,9 +27,7 @@ TEST(OrigineDossier, LabelsAndTheOriginLabel) {
   EXPECT_EQ(Origine(Rec({"", "", "XYZ"})),
             (V{" ", " Date 1er contact     : ", " Type du contact      : ",
                " Origine contact      : ", NOM, BESOINS}));
-}
-
-TEST(OrigineContact, PiecesUnderTheLabel) {
+  // The needs text goes under its label in pieces of at most 60 characters.
   // 150 characters in words of 9 letters: the last space within 60 is the
   // 60th, so each line holds 59 characters and the space is dropped.
   std::string t;
