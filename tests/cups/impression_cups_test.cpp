@@ -53,43 +53,29 @@ class ImpressionCups : public essai_cups::AvecServeur {
 // lines of the text format; copies and paper reach the job; --wait returns
 // once the server says the job is completed, so it is already kept.
 TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossierText) {
-  struct Cas {
-    std::string options, copies, papier, fin;  // fin: what follows the job's number
-  } const cas[] = {
-      {"", "1", "A4", ""},
-      {" --copies 3 --paper A3 --wait", "3", "A3",
-       " est terminé : l'imprimante « CAPTURE » l'a imprimé.\n"},
-  };
   ASSERT_EQ(Imprime("--text '" + (dossier / "dossier.txt") + "'").statut, 0);
   const auto attendu = LignesDeMots(essai::Lit(dossier / "dossier.txt"));
   EXPECT_GT(attendu.size(), 100u);
-  for (const Cas& c : cas) {
-    SCOPED_TRACE(c.options);
-    const int avant = Nombre("CAPTURE");
-    const Resultat r = Imprime("--printer CAPTURE" + c.options);
-    const int aussitot = Nombre("CAPTURE");
-    ASSERT_EQ(r.statut, 0) << r.erreurs;
-    EXPECT_EQ(r.erreurs, "");
-    const int numero = Numero(r, "CAPTURE");
-    ASSERT_GT(numero, 0) << r.sortie;
-    const std::string travail = "CAPTURE-" + std::to_string(numero);
-    EXPECT_EQ(r.sortie, "Travail " + travail +
-                            " envoyé à l'imprimante « CAPTURE » (DOSSIER AIDE A0001).\n" +
-                            (c.fin.empty() ? "" : "Le travail " + travail + c.fin));
-    EXPECT_TRUE(c.fin.empty() || aussitot == avant + 1) << "--wait rend la main avant le travail";
+  const int avant = Nombre("CAPTURE");
+  const Resultat r = Imprime("--printer CAPTURE --copies 3 --paper A3 --wait");
+  EXPECT_EQ(Nombre("CAPTURE"), avant + 1) << "--wait rend la main avant le travail";
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  EXPECT_EQ(r.erreurs, "");
+  const int numero = Numero(r, "CAPTURE");
+  ASSERT_GT(numero, 0) << r.sortie;
+  const std::string travail = "CAPTURE-" + std::to_string(numero);
+  EXPECT_EQ(r.sortie, "Travail " + travail +
+                          " envoyé à l'imprimante « CAPTURE » (DOSSIER AIDE A0001).\nLe travail " +
+                          travail + " est terminé : l'imprimante « CAPTURE » l'a imprimé.\n");
 
-    const essai_cups::Capture job = AttendCapture("CAPTURE", numero);
-    ASSERT_EQ(job.numero, numero) << Journal();
-    EXPECT_EQ(Nombre("CAPTURE"), avant + 1) << "un seul travail par impression";
-    EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
-    EXPECT_EQ(job.copies, c.copies);
-    EXPECT_EQ(job.papier, c.papier);
-    EXPECT_NE(Lance("pdfinfo '" + job.fichier + "'").sortie.find("(" + c.papier + ")"),
-              std::string::npos);
-    const Resultat texte = Lance("pdftotext -layout '" + job.fichier + "' -");
-    ASSERT_EQ(texte.statut, 0) << "pdftotext (poppler-utils) est nécessaire";
-    EXPECT_EQ(LignesDeMots(texte.sortie), attendu);
-  }
+  const essai_cups::Capture job = AttendCapture("CAPTURE", numero);
+  ASSERT_EQ(job.numero, numero) << Journal();
+  EXPECT_EQ(Nombre("CAPTURE"), avant + 1) << "un seul travail par impression";
+  EXPECT_EQ(job.titre + " " + job.copies + " " + job.papier, "DOSSIER AIDE A0001 3 A3");
+  EXPECT_NE(Lance("pdfinfo '" + job.fichier + "'").sortie.find("(A3)"), std::string::npos);
+  const Resultat texte = Lance("pdftotext -layout '" + job.fichier + "' -");
+  ASSERT_EQ(texte.statut, 0) << "pdftotext (poppler-utils) est nécessaire";
+  EXPECT_EQ(LignesDeMots(texte.sortie), attendu);
 }
 
 // Each way a queue cannot print is named with its reason, nothing reaches the
