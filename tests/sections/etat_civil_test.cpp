@@ -10,7 +10,7 @@ static V Imprime(const std::string& type, const marbrel::TabDyn& fiche,
   return Bloc(b, "ETAT CIVIL");
 }
 
-TEST(EtatCivil, CareRecipientLines) {
+TEST(EtatCivil, CareRecipientLinesAgesAndUnknownCodes) {
   auto l = Imprime("AIDE", Fiche("4=DURAND|5=12|6=rue|7=des Lilas|9=Bâtiment B|10=75001|"
                                  "11=PARIS|12=1|13=05|14=01 23 45|15=le soir|18=2400575123456|"
                                  "19=12|20=" +
@@ -26,44 +26,40 @@ TEST(EtatCivil, CareRecipientLines) {
                      " Lieu de naissance    : Lyon", " Pays de naissance    : France", " ",
                      " Situation familiale  : Veuf", " ", " Situation socio-prof : Retraité"};
   EXPECT_EQ(l, attendu);
-}
 
-TEST(EtatCivil, AddressBlockKeepsItsHeightAndCedexIsForCareRecipientsOnly) {
-  const std::string ville = S(24) + "75001 PARIS", a = " Adresse              : ";
-  struct Cas {
-    std::string type, rue, complement, cedex;
-    V bloc;
-  };
-  const std::vector<Cas> cas = {
-      {"AIDE", "rue Haute", "Bât. C", "", {a + "rue Haute ", S(24) + "Bât. C", ville, " "}},
-      {"AIDE", "rue Haute", "", "0", {a + "rue Haute ", ville, " ", " "}},
-      {"AIDE", "", "Bât. C", "", {a + "Bât. C", ville, " ", " "}},
-      {"AIDE", "", "", "", {a + "75001 PARIS", " ", " ", " "}},
-      {"AIDE", "", "", "1", {a + "75001 PARIS Cedex 05", " ", " ", " "}},
-      // A carer's attribute 12 is the first telephone, even when it reads "1".
-      {"AIDANT", "", "", "1", {a + "75001 PARIS", " ", " ", " "}},
-  };
-  for (const auto& c : cas) {
-    SCOPED_TRACE(c.type + "|" + c.rue + "|" + c.complement + "|" + c.cedex);
-    auto l = Imprime(c.type, Fiche("6=" + c.rue + "|9=" + c.complement +
-                                   "|10=75001|11=PARIS|12=" + c.cedex + "|13=05"));
-    ASSERT_GE(l.size(), 8u);
-    EXPECT_EQ(V(l.begin() + 3, l.begin() + 7), c.bloc);
-    EXPECT_EQ(l[7].rfind(" Téléphone", 0), 0u);
-  }
-}
-
-TEST(EtatCivil, AgesUnknownCodesAndNoDate) {
+  // Ages around the 29th of February; unknown codes and no date print nothing.
   const std::string ligne = " Date de naissance    : 29/02/1980          Age        : ";
   const auto fiche = Fiche("20=" + Jour("29/02/1980"));
   EXPECT_EQ(Imprime("AIDE", fiche, "28/02/2000").at(13), ligne + "19 ans");  // 7304 days
   EXPECT_EQ(Imprime("AIDE", fiche, "29/02/2000").at(13), ligne + "20 ans");  // 7305 days
   for (const std::string code : {"8", "0", "01"}) {
-    auto l = Imprime("AIDE", Fiche("25=" + code + "|42=" + code));
+    l = Imprime("AIDE", Fiche("25=" + code + "|42=" + code));
     ASSERT_EQ(l.size(), 20u) << code;
     EXPECT_EQ(l[13], " Date de naissance    : " + S(20) + "Age        : ");
     EXPECT_EQ(l[17], " Situation familiale  : ") << code;
     EXPECT_EQ(l[19], " Situation socio-prof : ") << code;
+  }
+}
+
+TEST(EtatCivil, AddressBlockKeepsItsHeightAndCedexIsForCareRecipientsOnly) {
+  const std::string ville = S(24) + "75001 PARIS", a = " Adresse              : ";
+  // Each case: the dossier type, street, complement, Cedex flag, the four lines.
+  const std::vector<V> cas = {
+      {"AIDE", "rue Haute", "Bât. C", "", a + "rue Haute ", S(24) + "Bât. C", ville, " "},
+      {"AIDE", "rue Haute", "", "0", a + "rue Haute ", ville, " ", " "},
+      {"AIDE", "", "Bât. C", "", a + "Bât. C", ville, " ", " "},
+      {"AIDE", "", "", "", a + "75001 PARIS", " ", " ", " "},
+      {"AIDE", "", "", "1", a + "75001 PARIS Cedex 05", " ", " ", " "},
+      // A carer's attribute 12 is the first telephone, even when it reads "1".
+      {"AIDANT", "", "", "1", a + "75001 PARIS", " ", " ", " "},
+  };
+  for (const V& c : cas) {
+    SCOPED_TRACE(c[0] + "|" + c[1] + "|" + c[2] + "|" + c[3]);
+    auto l = Imprime(
+        c[0], Fiche("6=" + c[1] + "|9=" + c[2] + "|10=75001|11=PARIS|12=" + c[3] + "|13=05"));
+    ASSERT_GE(l.size(), 8u);
+    EXPECT_EQ(V(l.begin() + 3, l.begin() + 7), V(c.begin() + 4, c.end()));
+    EXPECT_EQ(l[7].rfind(" Téléphone", 0), 0u);
   }
 }
 

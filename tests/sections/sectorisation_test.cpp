@@ -2,41 +2,31 @@
 #include "tests/sections/releve.h"
 
 TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
-  struct Cas {
-    std::string type, attributs;
-    V attendu;
-  };
-  const std::vector<Cas> cas = {
+  // Each case: the dossier type, the civil status attributes, the lines.
+  const std::vector<V> cas = {
       // A 7-character quarter code carries its sector and sub-sector: the
       // names line up.
-      {"AIDE",
-       "39=R07|40=0120304",
-       {" ", " Responsable          : R07     Mme BERNARD", " Secteur              : 012     Nord",
-        " Sous-Secteur         : 01203   Nord-Gare", " Quartier             : 0120304 Gare Sud"}},
+      {"AIDE", "39=R07|40=0120304", " ", " Responsable          : R07     Mme BERNARD",
+       " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
+       " Quartier             : 0120304 Gare Sud"},
       // A 2-character quarter code gives the same short sector codes.
-      {"AIDE",
-       "40=01",
-       {" ", " Responsable          :      ", " Secteur              : 01     Court",
-        " Sous-Secteur         : 01   Court-Sous", " Quartier             : 01 Court-Quartier"}},
-      {"AIDANT",
-       "31=012|32=01203|33=0120304|34=T|35=C0412",
-       {" ", " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
-        " Quartier             : 0120304 Gare Sud",
-        " Centre médical       : C04     Centre Pasteur",
-        " Antenne médicale     : C0412  Antenne Villette",
-        " Moyen locomotion     : Transports en commun"}},
+      {"AIDE", "40=01", " ",
+       " Responsable          :      ", " Secteur              : 01     Court",
+       " Sous-Secteur         : 01   Court-Sous", " Quartier             : 01 Court-Quartier"},
+      {"AIDANT", "31=012|32=01203|33=0120304|34=T|35=C0412", " ",
+       " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
+       " Quartier             : 0120304 Gare Sud", " Centre médical       : C04     Centre Pasteur",
+       " Antenne médicale     : C0412  Antenne Villette",
+       " Moyen locomotion     : Transports en commun"},
       // Empty codes keep every line, gaps included.
-      {"AIDANT",
-       "2=NOM",
-       {" ",
-        " Secteur              :      ", " Sous-Secteur         :    ", " Quartier             :  ",
-        " Centre médical       :      ", " Antenne médicale     :   ", " Moyen locomotion     : "}},
+      {"AIDANT", "2=NOM", " ",
+       " Secteur              :      ", " Sous-Secteur         :    ", " Quartier             :  ",
+       " Centre médical       :      ", " Antenne médicale     :   ", " Moyen locomotion     : "},
       // Another type reads the carer's attributes from CIVILAIDE and has
       // neither responsible nor medical lines.
-      {"BENEVOLE",
-       "31=012|32=01203|33=01|35=C0412|39=R07|40=0120304",
-       {" ", " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
-        " Quartier             : 01 Court-Quartier"}},
+      {"BENEVOLE", "31=012|32=01203|33=01|35=C0412|39=R07|40=0120304", " ",
+       " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
+       " Quartier             : 01 Court-Quartier"},
   };
   Banc b;
   b.Met("RESPONSABLE", "R07", Rec({"Mme BERNARD"}));
@@ -49,10 +39,10 @@ TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
   b.Met("CENTREMEDICAL", "C04", Rec({"Centre Pasteur"}));
   b.Met("ANTENNEMEDICALE", "C0412", Rec({"Antenne Villette"}));
   b.Met("TABLES", "MOYENSLOC", Rec({"", "V]T", "Voiture]Transports en commun"}));
-  for (const Cas& c : cas) {
+  for (const V& c : cas) {
     const std::string cle = "P000" + std::to_string(&c - &cas[0]);
-    b.Met(c.type == "AIDANT" ? "CIVILAIDANT" : "CIVILAIDE", cle, Fiche(c.attributs));
-    b.Imprime(c.type, {cle});
-    EXPECT_EQ(Bloc(b, "SECTORISATION"), c.attendu) << c.type << " " << c.attributs;
+    b.Met(c[0] == "AIDANT" ? "CIVILAIDANT" : "CIVILAIDE", cle, Fiche(c[1]));
+    b.Imprime(c[0], {cle});
+    EXPECT_EQ(Bloc(b, "SECTORISATION"), V(c.begin() + 2, c.end())) << c[0] << " " << c[1];
   }
 }
