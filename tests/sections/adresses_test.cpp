@@ -1,7 +1,7 @@
 // A care recipient's invoicing address and every dossier type's bank details.
 #include "tests/sections/releve.h"
 
-TEST(Adresses, CareRecipientInvoicingAndBank) {
+TEST(Adresses, InvoicingAndBankOfEveryDossierType) {
   Banc b;
   b.Met("ELTSFACTAIDE", "A0001",
         Fiche("1=M|2=LEROY Jeanne|3=12|5=rue|6=des Lilas|7=Bât. B|8=75001|9=PARIS|10=1|"
@@ -32,13 +32,11 @@ TEST(Adresses, CareRecipientInvoicingAndBank) {
   ASSERT_EQ(l.size(), 5u);
   EXPECT_EQ(l[1], " Nom banque           : ");
   EXPECT_EQ(l[4], " Prélèvement          : NON");
-}
 
-TEST(Adresses, OtherDossierTypesUseTheirOwnBankRecordWithoutDebitLine) {
+  // The other dossier types read their own bank record and have no debit line.
+  b.Met("RIBAIDANT", "S0001", Rec({"", "", "20041", "01005", "0512345K020", "88"}));
+  b.Met("BIC", "20041", Rec({"PSSTFRPP", "LA BANQUE POSTALE"}));
   for (const std::string type : {"AIDANT", "BENEVOLE"}) {
-    Banc b;
-    b.Met("RIBAIDANT", "S0001", Rec({"", "", "20041", "01005", "0512345K020", "88"}));
-    b.Met("BIC", "20041", Rec({"PSSTFRPP", "LA BANQUE POSTALE"}));
     b.Imprime(type, {"S0001"});
     EXPECT_EQ(Bloc(b, "ADRESSE BANCAIRE"),
               (V{" ", " Nom banque           : LA BANQUE POSTALE",

@@ -66,15 +66,13 @@ TEST(CapaciteTache, CarerTotalsOrAFormAndCareRecipientTasksWithTheirKeys) {
 TEST(CapaciteTache, CapacitiesLongerThanAPageAreFramedOnEachPage) {
   Banc b;
   b.Met("CIVILAIDANT", "S0001", Fiche("2=BERNARD|3=Sophie|49=1|50=1"));
-  marbrel::TabDyn capacites, table;
-  for (int i = 1; i <= 70; ++i) {
-    capacites.Remplace(2, i, "C" + std::to_string(i));
-    capacites.Remplace(3, i, "100");
-    table.Remplace(2, i, "C" + std::to_string(i));
-    table.Remplace(3, i, "Capacité " + std::to_string(i));
+  std::string codes = "C1", valeurs = "100", libelles = "Capacité 1";
+  for (int i = 2; i <= 70; ++i) {
+    codes += "]C" + std::to_string(i), valeurs += "]100";
+    libelles += "]Capacité " + std::to_string(i);
   }
-  b.Met("CAPIMPAIDANT", "S0001C1", capacites);
-  b.Met("TABLES", "DEFTECH", table);
+  b.Met("CAPIMPAIDANT", "S0001C1", Rec({"", codes, valeurs}));
+  b.Met("TABLES", "DEFTECH", Rec({"", codes, libelles}));
   b.Imprime("AIDANT", {"S0001"});
 
   // Each page's rows are framed under the column header; the second page

@@ -1,7 +1,7 @@
 // HABITAT, ENTOURAGE, PERSONNE A PREVENIR and CONTACTS, each from the right record.
 #include "tests/sections/releve.h"
 
-TEST(Environnement, HousingTwoToALineEntourageOfTenAndUnknownCodes) {
+TEST(Environnement, HousingEntourageOfTenPersonToNotifyAndContacts) {
   const std::string entete =
       "            Nom prénom       Lieu de résidence     Téléphone      Portable";
   Banc b;
@@ -14,7 +14,11 @@ TEST(Environnement, HousingTwoToALineEntourageOfTenAndUnknownCodes) {
   // its first 30 and one space. 25 characters in the first entourage name.
   b.Met("ENVIRONAIDE", "A0001",
         Rec({"L", "3", "A", "V]B]H]E]S", "BERNARD-LEFEBVRE Christin]X2]]]]]]]]]ONZIEME",
-             "06 12 34 56 78", "Saint-Germain-en-Laye", "01 39 00 00 00"}));
+             "06 12 34 56 78", "Saint-Germain-en-Laye", "01 39 00 00 00", "LEROY Jeanne", "06 01",
+             "Fille", "Le dimanche", "Voisine du 2e", "Boulangerie"}));
+  // A carer's record under the same key is not the care recipient's.
+  b.Met("INFOSAIDANT", "A0001", Rec({"AUTRE", "00", "non"}));
+  b.Met("INFOSAIDANT", "S0001", Rec({"MARTIN Paul", "04 01", "Frère"}));
   b.Met("ENVIRONAIDE", "A0002", Rec({"X", "", "", "Z]B"}));
   b.Imprime("AIDE", {"A0001", "A0002"});
   EXPECT_EQ(Bloc(b, "HABITAT"),
@@ -38,26 +42,16 @@ TEST(Environnement, HousingTwoToALineEntourageOfTenAndUnknownCodes) {
   EXPECT_EQ(Cadre(b, entete), "11 lignes, 2-18.6 cm: 6.7 11.4 15");
   attendu[2] = attendu[3] = S(78);
   EXPECT_EQ(Bloc(b, "ENTOURAGE", 1), attendu);
-}
 
-TEST(PersonneAPrevenir, FromTheEnvironmentOrTheCarersRecordOrEmpty) {
-  const V labels = {
-      " ", " Nom                  : ", " Téléphone            : ", " Observations         : "};
-  auto avec = [&](const std::string& nom, const std::string& tel, const std::string& obs) {
-    return V{" ", labels[1] + nom, labels[2] + tel, labels[3] + obs};
-  };
-  Banc b;
-  b.Met("ENVIRONAIDE", "A0001",
-        Fiche("9=LEROY Jeanne|10=06 01|11=Fille|12=Le dimanche|13=Voisine du 2e|14=Boulangerie"));
-  // A carer's record under the same key is not the care recipient's.
-  b.Met("INFOSAIDANT", "A0001", Rec({"AUTRE", "00", "non"}));
-  b.Imprime("AIDE", {"A0001"});
-  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"), avec("LEROY Jeanne", "06 01", "Fille"));
+  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"),
+            (V{" ", " Nom                  : LEROY Jeanne", " Téléphone            : 06 01",
+               " Observations         : Fille"}));
   EXPECT_EQ(Bloc(b, "CONTACTS"),
             (V{" ", " Familiaux            : Le dimanche", " Voisinage            : Voisine du 2e",
                " Commerces            : Boulangerie"}));
-
-  b.Met("INFOSAIDANT", "S0001", Rec({"MARTIN Paul", "04 01", "Frère"}));
+  // A carer's person to notify comes from the carer's information record.
   b.Imprime("AIDANT", {"S0001"});
-  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"), avec("MARTIN Paul", "04 01", "Frère"));
+  EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"),
+            (V{" ", " Nom                  : MARTIN Paul", " Téléphone            : 04 01",
+               " Observations         : Frère"}));
 }

@@ -1,6 +1,5 @@
 // What the section tests read back from a print run (a section's lines, the
-// frame under a column header, the incidents of some sections) and the
-// records they write by attribute number.
+// frame under a column header, pieces of a line) and the records they write.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -39,8 +38,8 @@ inline marbrel::TabDyn Fiche(const std::string& attributs) {
 }
 
 // The internal day number of a displayed date, as the records store it.
-inline std::string Jour(const std::string& date) {
-  return marbrel::Outils::Instance().Date_Interne(date);
+inline std::string Jour(const std::string& d) {
+  return marbrel::Outils::Instance().Date_Interne(d);
 }
 
 inline const printing::ElementTexte* Texte(const printing::Element& e) {
