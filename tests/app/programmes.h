@@ -35,8 +35,7 @@ inline std::string Lit(const std::string& chemin) {
 
 struct Resultat {
   int statut = -1;
-  std::string sortie;
-  std::string erreurs;
+  std::string sortie, erreurs;
 };
 
 // Runs a shell command with nothing on its standard input.

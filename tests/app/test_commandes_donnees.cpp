@@ -32,10 +32,8 @@ TEST_F(CommandesDonnees, InitCreeLesFichiersVidesEtLesDictionnaires) {
   const Resultat r = Vesko("export");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   const nlohmann::json dump = nlohmann::json::parse(r.sortie);
-  for (std::string_view nom : marbrel::kFichiersVesko) {
-    ASSERT_TRUE(dump.contains(std::string(nom))) << nom;
-    EXPECT_TRUE(dump[std::string(nom)].empty()) << nom;
-  }
+  for (std::string_view nom : marbrel::kFichiersVesko)
+    EXPECT_TRUE(dump.contains(std::string(nom)) && dump[std::string(nom)].empty()) << nom;
   // The dictionaries the selections use (their fields are the query tests' concern).
   for (const char* dict :
        {"DICT TPSAIDEINDISPO", "DICT TPSAIDANTINDISPO", "DICT TPSINCOMPATIBILITES"})
@@ -82,8 +80,6 @@ TEST_F(CommandesDonnees, UsageFautifSortAvec2EchecAvec1) {
   } const cas[] = {
       {"", 2, ""},
       {"select " + db + " '  '", 2, ""},
-      {"import " + db, 2, ""},
-      {"export --help", 0, ""},
       {"select " + db + " 'SSELECT TABLES'", 1, "n'existe pas"},
       {"init " + db, 0, ""},
       {"init " + db, 1, "existe déjà"},

@@ -10,7 +10,6 @@
 
 #include <chrono>
 #include <filesystem>
-#include <regex>
 #include <sstream>
 #include <thread>
 
@@ -22,17 +21,18 @@ namespace {
 
 // The backend of every queue. Without arguments it describes itself (device
 // discovery); with them it is a job: $1 id, $3 title, $4 copies, $5 options,
-// $6 the file (or standard input). "capture:FOLDER" keeps the bytes and the
-// rest side by side there, renaming the job last so that a job file that
-// exists is complete; "panne:" fails every job, as a jammed printer does.
-constexpr const char* kBackend = R"(#!/bin/sh
+// $6 the file (or standard input). "capture:FOLDER" keeps there the bytes
+// and, beside them, the title, copies and paper; it renames the job last so
+// that a job file that exists is complete. "panne:" fails every job, as a
+// jammed printer does.
+constexpr const char* kBackend = R"sh(#!/bin/sh
 [ $# -eq 0 ] && { echo "direct ${0##*/} \"Unknown\" \"Essai\""; exit 0; }
 d="${DEVICE_URI#*:}"
 cat ${6:+"$6"} > "$d/$1.part"
 case "$DEVICE_URI" in panne:*) echo "ERROR: Plus de papier dans le bac 1" >&2; exit 1;; esac
-printf '%s\n%s\n%s\n' "$3" "$4" "$5" > "$d/$1.info"
+printf '%s\n%s\n%s\n' "$3" "$4" "$(echo "$5" | tr ' ' '\n' | sed -n 's/^media=//p')" > "$d/$1.info"
 mv "$d/$1.part" "$d/$1.job"
-)";
+)sh";
 
 // Binds (port 0: any free port, which is returned) or connects to a port of
 // 127.0.0.1; 0 on failure.
@@ -190,12 +190,7 @@ Capture AvecServeur::AttendCapture(const std::string& file, int numero) {
   if (!fs::exists(job)) return {};
   Capture c{numero, job.string(), "", "", ""};
   std::istringstream infos(essai::Lit(fs::path(job).replace_extension(".info")));
-  std::string options;
-  std::getline(infos, c.titre);
-  std::getline(infos, c.copies);
-  std::getline(infos, options);
-  std::smatch papier;
-  if (std::regex_search(options, papier, std::regex("(^| )media=([^ ]*)"))) c.papier = papier[2];
+  std::getline(std::getline(std::getline(infos, c.titre), c.copies), c.papier);
   return c;
 }
 
