@@ -1,6 +1,5 @@
-// `vesko print` on print queues, against a print server of the tests' own
-// (serveur_cups.h): the job that reaches the queue, the queues that cannot
-// print, the fallback PDF and the wait for the job's end.
+// `vesko print` on the queues of serveur_cups.h: the job that reaches the queue,
+// the queues that cannot print, the fallback PDF and the wait for the job's end.
 #include <gtest/gtest.h>
 
 #include <regex>
@@ -16,9 +15,8 @@ using essai::Lance;
 using essai::Resultat;
 
 // The words of every non-empty line, one space apart, and a line "\f" between
-// pages. pdftotext -layout's runs of spaces follow its guess of a space's width
-// over every font of the page, the 16-point titles included: where the words
-// sit is the printing tests' concern.
+// pages: pdftotext -layout guesses a space's width from every font of the page,
+// 16-point titles included, so where the words sit is the printing tests' concern.
 std::vector<std::string> LignesDeMots(const std::string& texte) {
   std::vector<std::string> lignes;
   std::istringstream flux(std::regex_replace(texte, std::regex("\f"), "\n\f\n"));
@@ -49,9 +47,8 @@ class ImpressionCups : public essai_cups::AvecServeur {
   essai::Dossier dossier;
 };
 
-// `vesko print --printer CAPTURE` sends one job, whose PDF gives back the
-// lines of the text format; copies and paper reach the job; --wait returns
-// once the server says the job is completed, so it is already kept.
+// One job, with its copies and paper, whose PDF gives back the text format's lines;
+// --wait returns once the server says the job is completed, so it is already kept.
 TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossierText) {
   ASSERT_EQ(Imprime("--text '" + (dossier / "dossier.txt") + "'").statut, 0);
   const auto attendu = LignesDeMots(essai::Lit(dossier / "dossier.txt"));
@@ -126,9 +123,8 @@ TEST_F(ImpressionCups, WaitingForAJobThePrinterFailsSaysItFailedAndWhy) {
 }
 
 TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbackPdf) {
-  // The check before the run said yes; by the end of the document the queue
-  // no longer prints: the job is not sent, the drawing is kept, and the
-  // report says why.
+  // The check before the run said yes; by the end of the document the queue no
+  // longer prints: the job is not sent, the drawing is kept, the report says why.
   auto reglages = std::make_shared<printing::cups::ReglagesEnvoi>();
   reglages->pdf_secours = dossier / "secours.pdf";
   std::vector<printing::cups::Envoi> envois;
@@ -137,7 +133,6 @@ TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbac
   p.Print(" Nom patronymique     : MARTIN");
   EXPECT_THROW(p.EndDoc(), std::runtime_error);
   ASSERT_EQ(envois.size(), 1u);
-  EXPECT_EQ(envois[0].numero, 0);
   EXPECT_EQ(envois[0].erreur,
             "l'imprimante « ARRETEE » est arrêtée : Bourrage papier dans le bac 2.");
   EXPECT_EQ(envois[0].secours, dossier / "secours.pdf");

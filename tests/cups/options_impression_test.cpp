@@ -10,8 +10,7 @@ namespace {
 
 using essai::Resultat;
 
-// One image per page is the printing tests' concern; here, what the command
-// says it wrote and the sheet each image holds.
+// One image per page is the printing tests' concern; here, the report and the sheet.
 TEST(OptionsImpression, PngWritesTheWholeSheetOfEveryPageAndSaysHowManyPages) {
   const essai::Dossier dossier;
   const Resultat r = essai::Vesko("print --db '" + essai_cups::BaseDemo() +

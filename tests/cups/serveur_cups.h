@@ -23,10 +23,9 @@ struct Capture {
   std::string fichier, titre, copies, papier;  // fichier: the bytes the backend was given
 };
 
-// The tests that print to the server, with the demo store and the Qt
-// application. The first one starts the server, which stops with the
-// program. Skipped where cupsd is not installed at all; failed where it is
-// and cannot start.
+// The tests that print to the server (started by the first, stopped with the
+// program), with the demo store and the Qt application. Skipped where cupsd is
+// not installed at all; failed where it is and cannot start.
 class AvecServeur : public ::testing::Test {
  public:
   void SetUp() override;
