@@ -5,19 +5,15 @@ static const std::string kEnteteAide =
     "         Jour      Date debut Date fin    De    A    Freq  Observations        ";
 static const std::string kCadreAide = "16 lignes, 2-19.8 cm: 4.3 6.8 9.4 10.8 12.2 13.3";
 
-// The start day of an unavailability is read from its key by the dictionary.
-static void Dictionnaires(Banc& b) {
+TEST(Indispo, RowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAShortKeyAndTheCarersPart) {
+  Banc b;
+  // The start day of an unavailability is read from its key by the dictionary.
   for (const char* f : {"TPSAIDEINDISPO", "TPSAIDANTINDISPO"}) {
     marbrel::TabDyn item = Rec({"I", "", "", "Début", "5R", "S"});
     item.Remplace(2, "@ID[6,5]");  // set apart: in Rec a "]" separates values
     b.MetDict(f, "DateDebIndispo", item);
   }
-}
-
-TEST(Indispo, CareRecipientRowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAndAShortKey) {
-  Banc b;
-  Dictionnaires(b);
-  const std::string f = "TPSAIDEINDISPO";
+  std::string f = "TPSAIDEINDISPO";
   b.Met(f, "A00012033640800", Rec({"", "1200", "1", "Dialyse"}));  // open-ended, since 2023
   b.Met(f, "A00012046200950",
         Rec({"20636", "1230", "2", "Kinésithérapie au cabinet du docteur Lefèvre"}));
@@ -70,22 +66,20 @@ TEST(Indispo, CareRecipientRowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAndAShor
   EXPECT_NE(incidents[0].message.find("« A0003205300 »"), std::string::npos);
   // The dossier goes on with the next section.
   EXPECT_FALSE(Bloc(b, "HABITAT", 3).empty());
-}
 
-TEST(Dispo, CarersHoursWeekendNightPeriodAndUnavailabilitiesWithTheEmployerColumn) {
-  Banc b;
-  Dictionnaires(b);
+  // A carer's availability: hours, weekend and night, the period, then the
+  // unavailabilities with the employer column.
   b.Met("TPSAIDANTDISPO", "S0001", Rec({"3550", "", "", "", "", "N", "O", ""}));
   b.Met("FORMEXPAIDANT", "S0001", Fiche("12=20486|13=20820"));
   b.Met("TPSAIDANTDISPO", "S0003", Rec({"", "", "", "", "", "O", "N", "X"}));
-  const std::string f = "TPSAIDANTINDISPO";
+  f = "TPSAIDANTINDISPO";
   b.Met(f, "S00012046200800", Rec({"20636", "1200", "1", "Formation continue CAP", "o"}));
   b.Met(f, "S00012053041400", Rec({"", "1800", "2", "Enfant", "O"}));
   b.Met(f, "S00012053051400", Rec({"", "1800", "2", "Vingt et un caractère", ""}));
   b.Met(f, "T00092033640800", Rec({"", "1800", "1", "AUTRE AIDANT", "O"}));
   b.Imprime("AIDANT", {"S0001", "S0003"});
   const std::string samedi = " Samedi          : ", entete = kEnteteAide + " Empl.";
-  auto l = Bloc(b, "DISPONIBILITES");
+  l = Bloc(b, "DISPONIBILITES");
   ASSERT_EQ(l.size(), 23u);
   // A 22-character observation is cut to 21 and two spaces; 21 are padded to 23.
   EXPECT_EQ(Tranche(l, 1, 11),

@@ -45,10 +45,9 @@ TEST(OrigineDossier, LabelsTheOriginLabelAndTheNeedsInPieces) {
   const std::string mot(130, 'x');
   EXPECT_EQ(Besoins(mot),
             (V{BESOINS + mot.substr(0, 60), S(24) + mot.substr(0, 60), S(24) + mot.substr(0, 10)}));
-}
 
-TEST(OrigineContact, ALongTextGoesOnUnderTheRunningHeader) {
-  std::string t;
+  // A long text goes on under the running header, nothing lost at the break.
+  t.clear();
   for (int i = 1; i <= 90; ++i) t += "Besoin " + std::to_string(i) + CRLF;
   Banc b;
   b.Met("CIVILAIDE", "A0001", Rec({"", "DURAND", "Marie"}));
@@ -59,6 +58,5 @@ TEST(OrigineContact, ALongTextGoesOnUnderTheRunningHeader) {
   auto saut = std::find(premier, l.end(), "\f");
   ASSERT_NE(saut, l.end());
   EXPECT_EQ(*(saut + 6), "A0001 DURAND Marie");
-  // The line after the header continues the text: nothing lost at the break.
   EXPECT_EQ(*(saut + 9), S(24) + "Besoin " + std::to_string(saut - premier + 1));
 }
