@@ -1,7 +1,7 @@
-// HABITAT, ENTOURAGE, PERSONNE A PREVENIR and CONTACTS, each from the right record.
+// A care recipient's housing, entourage and contacts; a carer's information record.
 #include "tests/sections/releve.h"
 
-TEST(Environnement, HousingEntourageOfTenPersonToNotifyAndContacts) {
+TEST(Environnement, HousingEntourageOfTenContactsPersonToNotifyHandicapAndPermit) {
   const std::string entete =
       "            Nom prénom       Lieu de résidence     Téléphone      Portable";
   Banc b;
@@ -18,7 +18,6 @@ TEST(Environnement, HousingEntourageOfTenPersonToNotifyAndContacts) {
              "Fille", "Le dimanche", "Voisine du 2e", "Boulangerie"}));
   // A carer's record under the same key is not the care recipient's.
   b.Met("INFOSAIDANT", "A0001", Rec({"AUTRE", "00", "non"}));
-  b.Met("INFOSAIDANT", "S0001", Rec({"MARTIN Paul", "04 01", "Frère"}));
   b.Met("ENVIRONAIDE", "A0002", Rec({"X", "", "", "Z]B"}));
   b.Imprime("AIDE", {"A0001", "A0002"});
   EXPECT_EQ(Bloc(b, "HABITAT"),
@@ -49,9 +48,28 @@ TEST(Environnement, HousingEntourageOfTenPersonToNotifyAndContacts) {
   EXPECT_EQ(Bloc(b, "CONTACTS"),
             (V{" ", " Familiaux            : Le dimanche", " Voisinage            : Voisine du 2e",
                " Commerces            : Boulangerie"}));
-  // A carer's person to notify comes from the carer's information record.
-  b.Imprime("AIDANT", {"S0001"});
+  // A carer's person to notify and handicap come from the information record;
+  // the permit's country is the nationality, except the upper-case "FRANCE".
+  b.Met("TABLES", "CATHANDICAP", Rec({"", "A]B", "Travailleur handicapé]Invalide civil"}));
+  b.Met("TABLES", "PLACANT", Rec({"", "ANPE]MIS", "Pôle emploi]Mission locale"}));
+  b.Met("TABLES", "SITSAL", Rec({"", "CH", "Chômeur"}));
+  b.Met("TABLES", "TITRESSEJOUR", Rec({"", "CR]CST", "Carte de résident]Carte de séjour"}));
+  b.Met("INFOSAIDANT", "S0001",
+        Rec({"MARTIN Paul", "04 01", "Frère", "", "Cat. B", "", "MIS", "CH", "", "B"}));
+  b.Met("CIVILAIDANT", "S0001", Fiche("19=France"));
+  b.Met("CIVILAIDANT", "S0002", Fiche("19=FRANCE"));
+  for (const char* cle : {"S0001", "S0002"})
+    b.Met("ETRANGER", cle, Rec({"CST", "Préfecture du Rhône", "AT-2023-0457", "21078"}));
+  b.Imprime("AIDANT", {"S0001", "S0002"});
   EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"),
             (V{" ", " Nom                  : MARTIN Paul", " Téléphone            : 04 01",
                " Observations         : Frère"}));
+  EXPECT_EQ(Bloc(b, "HANDICAP"),
+            (V{" ", " Catég. bénéficiaire  : Invalide civil", " Catég. handicap      : Cat. B",
+               " Placement antérieur  : Mission locale", " Situation antérieure : Chômeur"}));
+  EXPECT_EQ(Bloc(b, "DETAIL ETRANGER"),
+            (V{" ", " Pays                 : France", " Type carte           : Carte de séjour",
+               " Préfecture           : Préfecture du Rhône",
+               " N° autorisation      : AT-2023-0457", " Fin validité         : 15/09/2025"}));
+  EXPECT_EQ(Bloc(b, "DETAIL ETRANGER", 1).at(1), " Pays                 : ");
 }

@@ -2,8 +2,6 @@
 #include "marbrel/texte.h"
 #include "tests/sections/releve.h"
 
-static const std::string CRLF = "\r\n";
-
 // The aids column: the label and spaces up to 40.
 static std::string Col(const std::string& libelle) {
   return " " + libelle + S(40 - static_cast<size_t>(texte::Len(libelle)));

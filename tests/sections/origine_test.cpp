@@ -1,7 +1,6 @@
 // The file origin and its free texts in pieces of at most 60 characters.
 #include "tests/sections/releve.h"
 
-static const std::string CRLF = "\r\n";
 static const std::string NOM = " Nom du contact       : ";
 static const std::string BESOINS = " Besoins formulés     : ";
 

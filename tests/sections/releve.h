@@ -7,19 +7,16 @@
 #include <algorithm>
 #include <cmath>
 #include <sstream>
-#include <string>
 #include <variant>
-#include <vector>
 
 #include "marbrel/outils.h"
-#include "marbrel/tabdyn.h"
-#include "printing/recording.h"
 #include "tests/support/banc.h"
 
 namespace banc {
 
 using V = std::vector<std::string>;
 inline std::string S(size_t n) { return std::string(n, ' '); }
+inline const std::string CRLF = "\r\n";  // a stored line break
 // Lines debut to fin (excluded), or all of them when there are fewer.
 inline V Tranche(const V& l, size_t debut, size_t fin) {
   return fin <= l.size() ? V(l.begin() + long(debut), l.begin() + long(fin)) : l;
