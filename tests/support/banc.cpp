@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 #include "marbrel/creation_base.h"
 #include "marbrel/marques.h"
@@ -33,19 +34,9 @@ void Application() {
 
 marbrel::TabDyn Rec(std::initializer_list<std::string> attributs) {
   std::string texte;
-  bool premier = true;
   for (const std::string& a : attributs) {
-    if (!premier) texte += marbrel::AM;
-    premier = false;
-    for (char c : a) {
-      if (c == ']') {
-        texte += marbrel::VM;
-      } else if (c == '\\') {
-        texte += marbrel::SM;
-      } else {
-        texte += c;
-      }
-    }
+    if (&a != attributs.begin()) texte += marbrel::AM;
+    for (char c : a) texte += c == ']' ? marbrel::VM : (c == '\\' ? marbrel::SM : c);
   }
   return marbrel::TabDyn(texte);
 }
@@ -107,43 +98,8 @@ std::string Banc::Json() const { return printing::EnJson(enregistrement_); }
 
 std::vector<std::string> Banc::Lignes() const {
   std::vector<std::string> lignes;
-  std::string t = Texte();
-  size_t debut = 0;
-  while (debut < t.size()) {
-    size_t fin = t.find('\n', debut);
-    if (fin == std::string::npos) fin = t.size();
-    lignes.push_back(t.substr(debut, fin - debut));
-    debut = fin + 1;
-  }
-  return lignes;
-}
-
-std::vector<std::string> Banc::Section(const std::string& titre) const {
-  // Titles are the 16-point items: find ours, then collect text lines until
-  // the next 16-point item or the end of the page.
-  std::vector<std::string> lignes;
-  bool dedans = false;
-  for (const auto& page : enregistrement_.pages) {
-    double y = -1;
-    for (const auto& e : page.elements) {
-      const auto* t = std::get_if<printing::ElementTexte>(&e);
-      if (!t) continue;
-      if (t->police.taille == 16) {
-        if (dedans) return lignes;
-        dedans = t->texte == titre;
-        y = -1;
-        continue;
-      }
-      if (!dedans) continue;
-      if (t->y == y && !lignes.empty()) {
-        lignes.back() += t->texte;
-      } else {
-        lignes.push_back(t->texte);
-      }
-      y = t->y;
-    }
-    if (dedans) return lignes;
-  }
+  std::istringstream texte(Texte());
+  for (std::string ligne; std::getline(texte, ligne);) lignes.push_back(ligne);
   return lignes;
 }
 

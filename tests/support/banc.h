@@ -43,10 +43,6 @@ class Banc {
   std::string Json() const;
   const printing::Enregistrement& Enregistrement() const { return enregistrement_; }
 
-  // The lines of the page after a line equal to `titre` (trailing spaces
-  // kept), up to the next section title or page eject; empty if absent.
-  std::vector<std::string> Section(const std::string& titre) const;
-
   Ctr_Vesko& Controle() { return *controle_; }
   const std::string& Chemin() const { return chemin_; }
 
