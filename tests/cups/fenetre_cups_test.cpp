@@ -46,8 +46,7 @@ TEST_F(FenetreCups, PrintingFromTheWindowSendsOneJobToTheQueueChosenInTheDialog)
 
   const essai_cups::Capture job = AttendCapture("CAPTURE", numero);
   ASSERT_EQ(job.numero, numero) << Journal();
-  EXPECT_EQ(job.titre, "DOSSIER AIDE A0001");
-  EXPECT_EQ(job.papier + " " + job.copies, "A3 2");
+  EXPECT_EQ(job.titre + " " + job.copies + " " + job.papier, "DOSSIER AIDE A0001 2 A3");
   const std::string texte = essai::Lance("pdftotext '" + job.fichier + "' -").sortie;
   EXPECT_NE(texte.find("A0001 MARTIN Jeanne"), std::string::npos);
   EXPECT_NE(texte.find("A0002 LEFEBVRE Marcel"), std::string::npos) << "deux dossiers, un travail";

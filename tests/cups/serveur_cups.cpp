@@ -55,22 +55,15 @@ int Prise(int port, bool connecte) {
 const passwd* UtilisateurSansDroits() { return geteuid() == 0 ? getpwnam("nobody") : nullptr; }
 
 struct Serveur {
-  std::string dossier, adresse, raison;  // raison: why it could not start
+  essai::Dossier racine;  // removed once the scheduler is stopped
+  const std::string dossier = racine / "cups";
+  std::string adresse, raison;  // raison: why it could not start
   int port = 0, pid = -1;
-  ~Serveur() {
-    AvecServeur::Arrete();
-    std::error_code ignore;
-    if (!dossier.empty()) fs::remove_all(dossier, ignore);
-  }
+  ~Serveur() { AvecServeur::Arrete(); }
 } serveur;
 
 bool Prepare() {
-  char modele[] = "/tmp/vesko-cupsd-XXXXXX";
-  if (mkdtemp(modele) == nullptr) {
-    serveur.raison = "impossible de créer un dossier temporaire";
-    return false;
-  }
-  const std::string d = serveur.dossier = modele;
+  const std::string& d = serveur.dossier;
   serveur.port = Prise(0, false);
   serveur.adresse = "127.0.0.1:" + std::to_string(serveur.port);
   for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend"})
@@ -95,31 +88,26 @@ bool Prepare() {
              "PreserveJobHistory Yes\n<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
              "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n";
   // A failed job is dropped: the queue stays ready for the next one.
-  std::string files;
+  std::ofstream files(d + "/printers.conf");
   for (const auto& [nom, etat] : std::initializer_list<std::pair<std::string, std::string>>{
            {"CAPTURE", "Idle\nAccepting Yes"},
            {"ARRETEE",
-            "Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\n"
-            "Accepting Yes"},
+            "Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\nAccepting Yes"},
            {"REFUS", "Idle\nStateMessage Toner à remplacer\nAccepting No"},
            {"PANNE", "Idle\nAccepting Yes"}}) {
     fs::create_directories(d + "/files/" + nom);
     const std::string balise = nom == "CAPTURE" ? "DefaultPrinter" : "Printer";
-    files += "<" + balise + " " + nom + ">\nState " + etat + "\nErrorPolicy abort-job\nDeviceURI " +
-             (nom == "PANNE" ? "panne:" : "capture:") + d + "/files/" + nom + "\n</" + balise +
-             ">\n";
+    files << "<" + balise + " " + nom + ">\nState " + etat + "\nErrorPolicy abort-job\nDeviceURI " +
+                 (nom == "PANNE" ? "panne:" : "capture:") + d + "/files/" + nom + "\n</" + balise +
+                 ">\n";
   }
-  std::ofstream(d + "/printers.conf") << files;
+  files.close();
 
-  if (const passwd* sans_droits = UtilisateurSansDroits()) {
-    // lchown: the links to the system's programs leave their targets alone.
-    bool donne = lchown(d.c_str(), sans_droits->pw_uid, sans_droits->pw_gid) == 0;
-    for (const auto& e : fs::recursive_directory_iterator(d))
-      donne = donne && lchown(e.path().c_str(), sans_droits->pw_uid, sans_droits->pw_gid) == 0;
-    if (!donne) {
-      serveur.raison = "impossible de donner " + d + " à nobody";
-      return false;
-    }
+  // -h: the links to the system's programs leave their targets alone.
+  if (UtilisateurSansDroits() != nullptr &&
+      essai::Lance("chown -hR nobody: '" + (serveur.racine / "") + "'").statut != 0) {
+    serveur.raison = "impossible de donner " + d + " à nobody";
+    return false;
   }
   setenv("CUPS_SERVER", serveur.adresse.c_str(), 1);
   unsetenv("PRINTER");
@@ -175,17 +163,9 @@ void AvecServeur::Arrete() {
 
 bool AvecServeur::Relance() { return Demarre(); }
 
-int AvecServeur::Nombre(const std::string& file) {
-  int nombre = 0;
-  std::error_code absent;
-  for (const auto& e : fs::directory_iterator(serveur.dossier + "/files/" + file, absent))
-    nombre += e.path().extension() == ".job";
-  return nombre;
-}
-
-Capture AvecServeur::AttendCapture(const std::string& file, int numero) {
+Capture AvecServeur::AttendCapture(const std::string& file, int numero, int attente) {
   const fs::path job = serveur.dossier + "/files/" + file + "/" + std::to_string(numero) + ".job";
-  for (int essai = 0; essai < 400 && !fs::exists(job); ++essai)
+  for (int essai = 0; essai < attente && !fs::exists(job); ++essai)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   if (!fs::exists(job)) return {};
   Capture c{numero, job.string(), "", "", ""};
