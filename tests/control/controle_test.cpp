@@ -1,17 +1,17 @@
 // The control as a component: calls by name, and the layout primitives every
 // section draws with. Its caption is checked on vesko-gui's image (tests/hote).
-#include <gtest/gtest.h>
-
 #include "control/interface.h"
+#include "db/lecture.h"
+#include "db/variable.h"
 #include "layout/lignes.h"
-#include "printing/recording.h"
-#include "tests/support/banc.h"
+#include "printing/print_formats.h"
+#include "tests/sections/releve.h"
 
 namespace {
 
 // A control printing its building blocks onto a recording.
 struct Atelier {
-  banc::Banc banc;
+  Banc banc;  // for the application and a clean set of slots
   printing::Enregistrement rec;
   Ctr_Vesko& c = banc.Controle();
   Atelier() {
@@ -37,37 +37,44 @@ bool Trait(const printing::ElementTrait& l, double x1, double y1, double x2, dou
 
 }  // namespace
 
-TEST(Interface, CallByNameChecksTheMemberAndItsArguments) {
-  Atelier a;
-  std::vector<interface_vesko::Argument> args = {std::string("HABITAT")};
-  interface_vesko::Appelle(a.c, "Titre", args);
-  const auto textes = a.Tous<printing::ElementTexte>();
-  ASSERT_EQ(textes.size(), 3u);
-  EXPECT_EQ(textes[1].texte, "HABITAT");
-
-  std::vector<interface_vesko::Argument> faux = {std::int32_t{3}}, aucun;
-  EXPECT_THROW(interface_vesko::Appelle(a.c, "Titre", faux), std::invalid_argument);
-  EXPECT_THROW(interface_vesko::Appelle(a.c, "Titre", aucun), std::invalid_argument);
-  // A private member is not callable.
-  EXPECT_THROW(interface_vesko::Appelle(a.c, "Indispo", args), std::invalid_argument);
-}
-
-TEST(Titre, HeavyHeadingThenBackToPlainElevenPoints) {
+TEST(Titre, CalledByNameAHeavyHeadingThenBackToPlainElevenPoints) {
   Atelier a;
   a.c.Imprimante()->SetFontBold(true);
   a.c.Imprimante()->SetFontSize(18);
-  a.c.Titre("");
+  std::vector<interface_vesko::Argument> args = {std::string("HABITAT")};
+  interface_vesko::Appelle(a.c, "Titre", args);
   const auto t = a.Tous<printing::ElementTexte>();
   ASSERT_EQ(t.size(), 3u);
   EXPECT_EQ(t[0].texte, " ");
   EXPECT_EQ(t[0].police.taille, 18);  // the blank before is in whatever font is current
-  EXPECT_EQ(t[1].texte, "");
+  EXPECT_EQ(t[1].texte, "HABITAT");
   EXPECT_EQ(t[1].police.taille, 16);
   EXPECT_TRUE(t[1].police.gras && t[1].police.italique && t[1].police.souligne);
   EXPECT_EQ(t[2].texte, " ");
   const printing::Police& p = a.c.Imprimante()->Font();
   EXPECT_EQ(p.taille, 11);
   EXPECT_FALSE(p.gras || p.italique || p.souligne);
+
+  // A wrong argument, none, or a private member is refused.
+  std::vector<interface_vesko::Argument> faux = {std::int32_t{3}}, aucun;
+  EXPECT_THROW(interface_vesko::Appelle(a.c, "Titre", faux), std::invalid_argument);
+  EXPECT_THROW(interface_vesko::Appelle(a.c, "Titre", aucun), std::invalid_argument);
+  EXPECT_THROW(interface_vesko::Appelle(a.c, "Indispo", args), std::invalid_argument);
+}
+
+TEST(Entete, PageTwelveIsOneCharacterLonger) {
+  Atelier a;
+  Variable::Principal = Rec({"", "MARTIN", "Paul"});
+  db::FixeAujourdhui(std::stol(Jour("29/02/2024")));
+  std::string code = "S0001";
+  a.c.Entete_Page(code);
+  for (int i = 0; i < 11; ++i) a.c.NewPage(code);
+  a.c.Imprimante()->EndDoc();
+  const std::string texte = printing::EnTexte(a.rec);
+  // Eight header lines after the last eject, nothing else.
+  EXPECT_EQ(std::count(texte.begin(), texte.end(), '\f'), 11);
+  EXPECT_EQ(texte.substr(texte.rfind('\f')),
+            "\f\n \n \nDate : 29/02/2024" + S(55) + "Page 12\n \n \nS0001 MARTIN Paul\n \n \n");
 }
 
 // The frames' edges and separators are checked section by section; here the
