@@ -1,7 +1,9 @@
 // `vesko print` on the queues of serveur_cups.h: the job that reaches the queue,
-// the queues that cannot print, the fallback PDF and the wait for the job's end.
+// the queues that cannot print, the fallback PDF and the wait for the job's end;
+// then the options that need no print server.
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <regex>
 #include <sstream>
 
@@ -28,25 +30,27 @@ std::vector<std::string> LignesDeMots(const std::string& texte) {
   return lignes;
 }
 
+// `vesko print` of the care recipient A0001 on 15/03/2024 with more options.
+Resultat Imprime(const std::string& options) {
+  return essai::Vesko("print --db '" + essai_cups::BaseDemo() + "' --type AIDE --date 2024-03-15 " +
+                      options + " A0001");
+}
+
+// The job id `vesko print` reported ("Travail CAPTURE-12 envoyé…"); 0 if none.
+int Numero(const Resultat& r, const std::string& file) {
+  std::smatch m;
+  const std::regex envoi("^Travail " + file + "-([0-9]+) envoyé");
+  return std::regex_search(r.sortie, m, envoi) ? std::stoi(m[1]) : 0;
+}
+
 class ImpressionCups : public essai_cups::AvecServeur {
  protected:
-  // `vesko print` of the care recipient A0001 on 15/03/2024 with more options.
-  static Resultat Imprime(const std::string& options) {
-    return essai::Vesko("print --db '" + essai_cups::BaseDemo() +
-                        "' --type AIDE --date 2024-03-15 " + options + " A0001");
-  }
-  // The job id `vesko print` reported: "Travail CAPTURE-12 envoyé…"; 0 if none.
-  static int Numero(const Resultat& r, const std::string& file) {
-    std::smatch m;
-    const std::regex envoi("^Travail " + file + "-([0-9]+) envoyé");
-    return std::regex_search(r.sortie, m, envoi) ? std::stoi(m[1]) : 0;
-  }
-
   essai::Dossier dossier;
 };
 
 // One job, with its copies and paper, whose PDF gives back the text format's lines;
-// --wait returns once the server says the job is completed, so it is already kept.
+// --wait returns once the server says the job is completed, so it is already kept,
+// or says why the printer failed it.
 TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossierText) {
   ASSERT_EQ(Imprime("--text '" + (dossier / "dossier.txt") + "'").statut, 0);
   const auto attendu = LignesDeMots(essai::Lit(dossier / "dossier.txt"));
@@ -68,6 +72,12 @@ TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossier
   const Resultat texte = Lance("pdftotext -layout '" + job.fichier + "' -");
   ASSERT_EQ(texte.statut, 0) << "pdftotext (poppler-utils) est nécessaire";
   EXPECT_EQ(LignesDeMots(texte.sortie), attendu);
+
+  const Resultat panne = Imprime("--printer PANNE --wait");
+  EXPECT_EQ(panne.statut, 1);
+  EXPECT_EQ(panne.erreurs,
+            "vesko : le travail PANNE-" + std::to_string(Numero(panne, "PANNE")) +
+                " a échoué sur l'imprimante « PANNE » : Plus de papier dans le bac 1.\n");
 }
 
 // Each way a queue cannot print is named with its reason; with --fallback-pdf
@@ -105,16 +115,6 @@ TEST_F(ImpressionCups, QueuesThatCannotPrintAreNamedAndTheFallbackPdfKeepsTheDoc
   }
 }
 
-TEST_F(ImpressionCups, WaitingForAJobThePrinterFailsSaysItFailedAndWhy) {
-  const Resultat r = Imprime("--printer PANNE --wait");
-  const int numero = Numero(r, "PANNE");
-  ASSERT_GT(numero, 0) << r.sortie << r.erreurs;
-  EXPECT_EQ(r.statut, 1);
-  EXPECT_EQ(r.erreurs,
-            "vesko : le travail PANNE-" + std::to_string(numero) +
-                " a échoué sur l'imprimante « PANNE » : Plus de papier dans le bac 1.\n");
-}
-
 TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbackPdf) {
   // The check before the run said yes; by the end of the document the queue no
   // longer prints: the job is not sent, the drawing is kept, the report says why.
@@ -131,6 +131,49 @@ TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbac
   EXPECT_EQ(envois[0].secours, dossier / "secours.pdf");
   EXPECT_EQ(Lance("pdftotext -raw '" + (dossier / "secours.pdf") + "' -").sortie,
             "Nom patronymique : MARTIN\n\f");
+}
+
+// One image per page is the printing tests' concern; here, the report and the sheet.
+TEST(OptionsImpression, PngWritesTheWholeSheetOfEveryPageAndSaysHowManyPages) {
+  const essai::Dossier dossier;
+  const Resultat r = Imprime("--png '" + (dossier / "pages") + "'");
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  const auto images = std::filesystem::directory_iterator(dossier / "pages");
+  EXPECT_EQ(r.erreurs, std::to_string(std::distance(begin(images), end(images))) +
+                           " page(s) écrite(s) dans " + (dossier / "pages") + "\n");
+  // A4 at 150 dots per inch, white around the print.
+  const QImage premiere(QString::fromStdString(dossier / "pages/page-001.png"));
+  EXPECT_EQ(premiere.size(), QSize(1240, 1754));
+  EXPECT_EQ(premiere.pixel(3, 3), qRgb(255, 255, 255));
+}
+
+TEST(OptionsImpression, WrongCombinationsAndThePreviewWithoutAScreenAreNamed) {
+  struct Cas {
+    std::string options;
+    int statut;
+    std::string message;
+  } const cas[] = {
+      {"--pdf a.pdf --png d", 2,
+       "une seule sortie à la fois : --pdf, --printer, --text, --json, --png ou --preview."},
+      {"--pdf a.pdf --wait", 2, "--wait ne vaut qu'avec une imprimante (--printer FILE)."},
+      {"--text a.txt --fallback-pdf b.pdf", 2,
+       "--fallback-pdf ne vaut qu'avec une imprimante (--printer FILE)."},
+      {"--pdf a.pdf --copies 2", 2, "--copies ne vaut qu'avec une imprimante (--printer FILE)."},
+      {"--printer Q --copies 0", 2,
+       "nombre d'exemplaires invalide « 0 » (--copies) : un entier de 1 à 999."},
+      {"--printer Q --paper B5", 2,
+       "format de papier inconnu « B5 » (--paper) : A4, A3 ou Letter."},
+      {"--preview", 1,
+       "l'aperçu (--preview) a besoin d'un écran : la plateforme « offscreen » n'en a pas "
+       "(DISPLAY ou WAYLAND_DISPLAY absents)."},
+  };
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);  // never a real dialog in a test
+  for (const Cas& c : cas) {
+    SCOPED_TRACE(c.options);
+    const Resultat r = Imprime(c.options);
+    EXPECT_EQ(r.statut, c.statut);
+    EXPECT_EQ(r.erreurs, "vesko : " + c.message + "\n");
+  }
 }
 
 }  // namespace
