@@ -46,17 +46,14 @@ TEST(PolicesTest, WithoutLiberationTheNearestFixedPitchFontIsUsedAndNamedOnce) {
             std::string::npos)
       << r.sortie;
   std::istringstream flux(r.erreurs);
-  int avis = 0;
-  for (std::string ligne; std::getline(flux, ligne);) {
-    if (ligne.rfind("Vesko : ", 0) != 0) continue;
-    ++avis;
-    EXPECT_EQ(ligne,
-              "Vesko : ni la police « Courier New » ni « Liberation Mono » (mêmes dimensions) ne "
-              "sont installées ; le texte est imprimé en « DejaVu Sans Mono », la police à chasse "
-              "fixe la plus proche. Installez le paquet fonts-liberation pour retrouver l'aspect "
-              "prévu.");
-  }
-  EXPECT_EQ(avis, 1);
+  std::vector<std::string> avis;  // the notice once, whatever else Qt says
+  for (std::string ligne; std::getline(flux, ligne);)
+    if (ligne.rfind("Vesko : ", 0) == 0) avis.push_back(ligne);
+  EXPECT_EQ(avis, std::vector<std::string>{
+                      "Vesko : ni la police « Courier New » ni « Liberation Mono » (mêmes "
+                      "dimensions) ne sont installées ; le texte est imprimé en « DejaVu Sans "
+                      "Mono », la police à chasse fixe la plus proche. Installez le paquet "
+                      "fonts-liberation pour retrouver l'aspect prévu."});
 }
 
 }  // namespace
