@@ -1,4 +1,3 @@
-// ETAT CIVIL: address block, Cedex, ages, code words and a carer's dependants.
 #include "tests/sections/releve.h"
 
 static V Imprime(const std::string& type, const marbrel::TabDyn& fiche,
@@ -45,7 +44,6 @@ TEST(EtatCivil, AddressBlockKeepsItsHeightAndCedexIsForCareRecipientsOnly) {
   const std::string ville = S(24) + "75001 PARIS", a = " Adresse              : ";
   // Each case: the dossier type, street, complement, Cedex flag, the four lines.
   const std::vector<V> cas = {
-      {"AIDE", "rue Haute", "Bât. C", "", a + "rue Haute ", S(24) + "Bât. C", ville, " "},
       {"AIDE", "rue Haute", "", "0", a + "rue Haute ", ville, " ", " "},
       {"AIDE", "", "Bât. C", "", a + "Bât. C", ville, " ", " "},
       {"AIDE", "", "", "", a + "75001 PARIS", " ", " ", " "},
@@ -96,7 +94,6 @@ TEST(EtatCivil, CarerLinesAndDependantsFrame) {
   EXPECT_EQ(douze_l.back().substr(0, 15), "         NOM10 ");
   EXPECT_EQ(Bloc(b, "ETAT CIVIL", 2).back(), entete);
   // The frame has eleven lines with ten, twelve or no dependants.
-  for (int rang : {0, 1, 2}) {
+  for (int rang : {0, 1, 2})
     EXPECT_EQ(Cadre(b, entete, rang), "11 lignes, 2-18 cm: 6 10 14") << rang;
-  }
 }

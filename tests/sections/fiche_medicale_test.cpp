@@ -1,4 +1,3 @@
-// Technical aids two to a line, the latest dated medical entry, the treatments.
 #include "marbrel/texte.h"
 #include "tests/sections/releve.h"
 

@@ -1,4 +1,3 @@
-// A carer's training (the ten-row frame), experience and possible activities.
 #include "tests/sections/releve.h"
 
 static const std::string kEntete =
@@ -40,8 +39,6 @@ TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
   attendu.resize(16, S(21) + "Accompagnement Alzheimer" + S(14));
   attendu.push_back(" ");
   EXPECT_EQ(Bloc(b, "FORMATION"), attendu);
-  EXPECT_EQ(b.Texte().find("onzième"), std::string::npos);
-  // The frame holds the header and the ten rows.
   EXPECT_EQ(Cadre(b, kEntete), "11 lignes, 2-18 cm: 4.9 11.3 13.8");
   // Seven lines of experience; activities two to a line: line 1 only the
   // right one, line 2 both, line 3 one missing from ACTIVITES.
@@ -52,14 +49,10 @@ TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
 
   // "d" is not "D" and an unknown diploma prints nothing; without
   // trainings, ten blank rows.
-  V vide = {" ",
-            " Etudes               : " + S(30) + " Année         : 2001",
-            " Diplôme / Niveau     :",
-            " Spécialité           : ",
-            " ",
-            kEntete};
-  vide.resize(17, " ");
-  EXPECT_EQ(Bloc(b, "FORMATION", 1), vide);
+  EXPECT_EQ(Bloc(b, "FORMATION", 1),
+            (V{" ", " Etudes               : " + S(30) + " Année         : 2001",
+               " Diplôme / Niveau     :", " Spécialité           : ", " ", kEntete, " ", " ", " ",
+               " ", " ", " ", " ", " ", " ", " ", " "}));
 
   // Unreadable hours print as stored and are reported with their place.
   const auto l = Bloc(b, "FORMATION", 2);
@@ -68,6 +61,6 @@ TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
   const auto incidents = b.Controle().Incidents();
   ASSERT_EQ(incidents.size(), 1u);
   EXPECT_EQ(incidents[0].cle, "S0004");
-  EXPECT_NE(incidents[0].message.find("« 7h30 »"), std::string::npos);
-  EXPECT_NE(incidents[0].message.find("attribut 7, valeur 2"), std::string::npos);
+  EXPECT_NE(incidents[0].message.find("« 7h30 » (FORMEXPAIDANT « S0004 », attribut 7, valeur 2)"),
+            std::string::npos);
 }

@@ -1,4 +1,3 @@
-// The spouse and the household table of fourteen rows, from the civil status record.
 #include "tests/sections/releve.h"
 
 TEST(ConjointEtFoyer, SpouseAgeAtDeathHouseholdRowsCutAndFourteenAtMostInTheFrame) {

@@ -1,4 +1,3 @@
-// The intervention modalities: the mission text cut within 76 characters, the planning.
 #include "tests/sections/releve.h"
 
 TEST(ModaliteInterv, MissionTextWithA200CharacterLineAndPlanning) {

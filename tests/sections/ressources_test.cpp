@@ -1,4 +1,3 @@
-// The resources table, its thirteen-line frame and its closing line with the total.
 #include "tests/sections/releve.h"
 
 static const std::string kEntete =

@@ -1,4 +1,3 @@
-// Sector, sub-sector and quarter of every dossier type.
 #include "tests/sections/releve.h"
 
 TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
@@ -29,15 +28,14 @@ TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
        " Quartier             : 01 Court-Quartier"},
   };
   Banc b;
-  b.Met("RESPONSABLE", "R07", Rec({"Mme BERNARD"}));
-  b.Met("SECTEUR", "012", Rec({"Nord"}));
-  b.Met("SECTEUR", "01", Rec({"Court"}));
-  b.Met("SOUSSECTEUR", "01203", Rec({"Nord-Gare"}));
-  b.Met("SOUSSECTEUR", "01", Rec({"Court-Sous"}));
-  b.Met("QUARTIER", "0120304", Rec({"Gare Sud"}));
-  b.Met("QUARTIER", "01", Rec({"Court-Quartier"}));
-  b.Met("CENTREMEDICAL", "C04", Rec({"Centre Pasteur"}));
-  b.Met("ANTENNEMEDICALE", "C0412", Rec({"Antenne Villette"}));
+  // The names, as file, key and name.
+  const V noms = {
+      "RESPONSABLE",     "R07",   "Mme BERNARD",     "SECTEUR",       "012",     "Nord",
+      "SECTEUR",         "01",    "Court",           "SOUSSECTEUR",   "01203",   "Nord-Gare",
+      "SOUSSECTEUR",     "01",    "Court-Sous",      "QUARTIER",      "0120304", "Gare Sud",
+      "QUARTIER",        "01",    "Court-Quartier",  "CENTREMEDICAL", "C04",     "Centre Pasteur",
+      "ANTENNEMEDICALE", "C0412", "Antenne Villette"};
+  for (size_t i = 0; i < noms.size(); i += 3) b.Met(noms[i], noms[i + 1], Rec({noms[i + 2]}));
   b.Met("TABLES", "MOYENSLOC", Rec({"", "V]T", "Voiture]Transports en commun"}));
   for (const V& c : cas) {
     const std::string cle = "P000" + std::to_string(&c - &cas[0]);
