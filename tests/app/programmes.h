@@ -17,15 +17,13 @@ class Dossier {
  public:
   Dossier() : chemin_(mkdtemp(modele_)) {}
   Dossier(const Dossier&) = delete;
-  ~Dossier() {
-    std::error_code ignore;
-    std::filesystem::remove_all(chemin_, ignore);
-  }
+  ~Dossier() { std::filesystem::remove_all(chemin_, ignore_); }
   std::string operator/(const std::string& nom) const { return chemin_ + "/" + nom; }
 
  private:
   char modele_[24] = "/tmp/vesko-essai-XXXXXX";
   std::string chemin_;
+  std::error_code ignore_;
 };
 
 inline std::string Lit(const std::string& chemin) {

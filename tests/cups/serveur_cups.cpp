@@ -19,12 +19,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The backend of every queue. Without arguments it describes itself (device
-// discovery); with them it is a job: $1 id, $3 title, $4 copies, $5 options,
-// $6 the file (or standard input). "capture:FOLDER" keeps there the bytes
-// and, beside them, the title, copies and paper; it renames the job last so
-// that a job file that exists is complete. "panne:" fails every job, as a
-// jammed printer does.
+// The backend of every queue (with no argument it describes itself): $1 id,
+// $3 title, $4 copies, $5 options, $6 the file (or standard input).
+// "capture:FOLDER" keeps there the bytes, the title, copies and paper, renaming
+// the job last so that a job file that exists is complete. "panne:" fails every
+// job, as a jammed printer does.
 constexpr const char* kBackend = R"sh(#!/bin/sh
 [ $# -eq 0 ] && { echo "direct ${0##*/} \"Unknown\" \"Essai\""; exit 0; }
 d="${DEVICE_URI#*:}"
@@ -50,8 +49,7 @@ int Prise(int port, bool connecte) {
   return ok ? ntohs(adresse.sin_port) : 0;
 }
 
-// The user the scheduler runs as when the tests run as root: nobody, so that
-// it never holds privileges the tests do not need.
+// As root, the scheduler runs as nobody: no privilege the tests do not need.
 const passwd* UtilisateurSansDroits() { return geteuid() == 0 ? getpwnam("nobody") : nullptr; }
 
 struct Serveur {
