@@ -44,8 +44,8 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUn
   EXPECT_EQ(diagnostic[16], " Ligne 15");
   // Only the label is in bold, not the date that follows it on its line.
   const auto date = Suite(b, "Date :", 2);
-  ASSERT_EQ(date.size(), 2u);
-  EXPECT_TRUE(date[0].police.gras && !date[1].police.gras && date[1].y == date[0].y);
+  EXPECT_TRUE(date.size() == 2 && date[0].police.gras && !date[1].police.gras &&
+              date[1].y == date[0].y);
   // The entry wraps within 76 characters; units are worded by code and count.
   const std::string six = " traitement traitement traitement traitement traitement traitement";
   EXPECT_EQ(

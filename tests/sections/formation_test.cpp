@@ -56,8 +56,8 @@ TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
 
   // Unreadable hours print as stored and are reported with their place.
   const auto l = Bloc(b, "FORMATION", 2);
-  EXPECT_EQ(Tranche(l, 2, 3), V{" Diplôme / Niveau     : Niveau"});
-  EXPECT_EQ(Tranche(l, 7, 8), V{S(21) + "Sauveteur secouriste du tr      7h30  "});
+  EXPECT_EQ(l.at(2), " Diplôme / Niveau     : Niveau");
+  EXPECT_EQ(l.at(7), S(21) + "Sauveteur secouriste du tr      7h30  ");
   const auto incidents = b.Controle().Incidents();
   ASSERT_EQ(incidents.size(), 1u);
   EXPECT_EQ(incidents[0].cle, "S0004");

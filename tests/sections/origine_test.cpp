@@ -1,14 +1,15 @@
 #include "tests/sections/releve.h"
 
-static const std::string NOM = " Nom du contact       : ";
 static const std::string BESOINS = " Besoins formulés     : ";
 
-static V Origine(const marbrel::TabDyn& origine) {
+// The origin's block, or with `tout` every line of the dossier.
+static V Origine(const marbrel::TabDyn& origine, bool tout = false) {
   Banc b;
+  b.Met("CIVILAIDE", "A0001", Rec({"", "DURAND", "Marie"}));
   b.Met("ORIGINEAIDE", "A0001", origine);
   b.Met("TABLES", "ORIGINECONTACT", Rec({"", "MED]FAM", "Médecin traitant]Famille"}));
   b.Imprime("AIDE", {"A0001"});
-  return Bloc(b, "ORIGINE DOSSIER");
+  return tout ? b.Lignes() : Bloc(b, "ORIGINE DOSSIER");
 }
 
 // The needs lines of a record holding only a needs text.
@@ -20,7 +21,8 @@ static V Besoins(const std::string& texte) {
 TEST(OrigineDossier, LabelsTheOriginLabelAndTheNeedsInPieces) {
   EXPECT_EQ(Origine(Rec({Jour("04/01/2024"), "Téléphone", "FAM", "Mme Lefèvre (fille)"})),
             (V{" ", " Date 1er contact     : 04/01/2024", " Type du contact      : Téléphone",
-               " Origine contact      : Famille", NOM + "Mme Lefèvre (fille)", BESOINS}));
+               " Origine contact      : Famille", " Nom du contact       : Mme Lefèvre (fille)",
+               BESOINS}));
   // An unknown origin code prints nothing, like an empty record.
   EXPECT_EQ(Origine(Rec({"", "", "XYZ"})).at(3), " Origine contact      : ");
   // The needs text goes under its label in pieces of at most 60 characters.
@@ -45,11 +47,7 @@ TEST(OrigineDossier, LabelsTheOriginLabelAndTheNeedsInPieces) {
   // A long text goes on under the running header, nothing lost at the break.
   t.clear();
   for (int i = 1; i <= 90; ++i) t += "Besoin " + std::to_string(i) + CRLF;
-  Banc b;
-  b.Met("CIVILAIDE", "A0001", Rec({"", "DURAND", "Marie"}));
-  b.Met("ORIGINEAIDE", "A0001", Rec({"", "", "", "", t}));
-  b.Imprime("AIDE", {"A0001"});
-  V l = b.Lignes();
+  const V l = Origine(Rec({"", "", "", "", t}), true);
   auto premier = std::find(l.begin(), l.end(), BESOINS + "Besoin 1");
   auto saut = std::find(premier, l.end(), "\f");
   ASSERT_NE(saut, l.end());

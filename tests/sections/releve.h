@@ -69,10 +69,10 @@ inline V Bloc(const Banc& b, const std::string& titre, int rang = 0) {
 }
 
 // The frame whose top rule lies on the line of the rang-th text `entete`, as
-// "<height in 11-point lines> lignes, <left>-<right> cm: <inner verticals>",
-// positions in cm; "" when there is no such text or frame.
+// "<height in 11-point lines> lignes, <left>-<right> cm: <inner verticals>";
+// "" when there is no such text or frame.
 inline std::string Cadre(const Banc& b, const std::string& entete, int rang = 0) {
-  auto arrondi = [](double x, double pas) { return std::round(x / pas) * pas; };
+  auto cm = [](double x) { return std::round(x / 5.67) / 100; };
   for (const auto& page : b.Enregistrement().pages) {
     const printing::ElementTexte* ligne = nullptr;
     for (const auto& e : page.elements)
@@ -91,10 +91,10 @@ inline std::string Cadre(const Banc& b, const std::string& entete, int rang = 0)
     if (droite < 0) return "";
     std::sort(verticales.begin(), verticales.end());
     std::ostringstream s;
-    s << arrondi((bas - ligne->y) / (0.417 * 567), 0.001) << " lignes, "
-      << arrondi(gauche / 567, 0.01) << "-" << arrondi(droite / 567, 0.01) << " cm:";
+    s << std::round((bas - ligne->y) / (0.417 * 567) * 1000) / 1000 << " lignes, " << cm(gauche)
+      << "-" << cm(droite) << " cm:";
     for (double x : verticales)
-      if (x != gauche && x != droite) s << " " << arrondi(x / 567, 0.01);
+      if (x != gauche && x != droite) s << " " << cm(x);
     return s.str();
   }
   return "";

@@ -8,10 +8,8 @@ static std::string Fin(const std::string& quotient) {
 
 TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
   std::string natures = "R1", montants = "101";
-  for (int i = 2; i <= 15; ++i) {
-    natures += "]R" + std::to_string(i);
-    montants += "]" + std::to_string(101 * i);
-  }
+  for (int i = 2; i <= 15; ++i)
+    natures += "]R" + std::to_string(i), montants += "]" + std::to_string(101 * i);
   Banc b;
   // A 35-character nature meets the type word; a longer one is cut to 35; an
   // unknown type prints as stored, moving the allocation four places left.
