@@ -7,6 +7,8 @@
 #include <regex>
 #include <sstream>
 
+#include "printing/cups.h"
+#include "printing/printer.h"
 #include "tests/cups/serveur_cups.h"
 
 namespace {
@@ -109,6 +111,23 @@ TEST_F(ImpressionCups, QueuesThatCannotPrintAreNamedAndTheFallbackPdfKeepsTheDoc
     EXPECT_NE(Lance("pdftotext -l 1 '" + secours + "' -").sortie.find("ETAT CIVIL"),
               std::string::npos);
   }
+}
+
+TEST_F(ImpressionCups, AQueueThatStopsWhileTheDocumentIsDrawnKeepsItInTheFallbackPdf) {
+  // The check before the run said yes; by the end of the document the queue no
+  // longer prints: the job is not sent, the drawing is kept, the report says why.
+  auto reglages = std::make_shared<printing::cups::ReglagesEnvoi>();
+  reglages->pdf_secours = dossier / "secours.pdf";
+  std::vector<printing::cups::Envoi> envois;
+  reglages->rapport = [&](const printing::cups::Envoi& e) { envois.push_back(e); };
+  printing::Printer p(printing::cups::SurfaceFile("ARRETEE", {"DOSSIER AIDE A0001", 1}, reglages));
+  p.Print(" Nom patronymique     : MARTIN");
+  EXPECT_THROW(p.EndDoc(), std::runtime_error);
+  ASSERT_EQ(envois.size(), 1u);
+  EXPECT_EQ(envois[0].erreur,
+            "l'imprimante « ARRETEE » est arrêtée : Bourrage papier dans le bac 2.");
+  EXPECT_EQ(Lance("pdftotext -raw '" + (dossier / "secours.pdf") + "' -").sortie,
+            "Nom patronymique : MARTIN\n\f");
 }
 
 // One image per page is the printing tests' concern; here, the report and the sheet.
