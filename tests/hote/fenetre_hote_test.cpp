@@ -8,9 +8,13 @@
 #include <QAbstractItemView>
 #include <QImage>
 #include <QLabel>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
 #include <QTimer>
 #include <set>
 
+#include "printing/apercu.h"
 #include "tests/app/programmes.h"
 
 namespace {
@@ -100,6 +104,14 @@ TEST_F(FenetreHoteTest, ARunKeepsTheWindowResponsiveAndSaysWhatItPrepared) {
   const printing::Enregistrement& rec = fenetre.DernierApercu();
   ASSERT_GE(rec.pages.size(), 3u);
   EXPECT_EQ(bilan.resume, QString("Aperçu de 3 dossier(s), %1 page(s).").arg(rec.pages.size()));
+  // Qt's preview of that recording draws every page, on A4.
+  QPrinter imprimante(QPrinter::HighResolution);
+  auto dialogue = printing::Apercu(rec, imprimante);
+  auto* vue = dialogue->findChild<QPrintPreviewWidget*>();
+  ASSERT_NE(vue, nullptr);
+  vue->updatePreview();
+  EXPECT_EQ(vue->pageCount(), static_cast<int>(rec.pages.size()));
+  EXPECT_EQ(imprimante.pageLayout().pageSize().id(), QPageSize::A4);
 }
 
 TEST_F(FenetreHoteTest, VeskoGuiDrawsTheFormWithTheCaptionAndTheSelectedPersons) {
