@@ -6,16 +6,14 @@ TEST(Adresses, InvoicingAndBankOfEveryDossierType) {
         Fiche("1=M|2=LEROY Jeanne|3=12|5=rue|6=des Lilas|7=Bât. B|8=75001|9=PARIS|10=1|"
               "11=05|15=Fille|18=30004|19=00123|20=00012345678|21=42"));
   b.Met("BIC", "30004", Rec({"BNPAFRPP", "BNP PARIBAS]autre"}));
-  // Lower-case "m" is no periodicity, an unknown bank prints no name, a
-  // refusal flag stops the direct debit.
+  // "m" is no periodicity; an unknown bank has no name; a refusal flag stops the debit.
   b.Met("ELTSFACTAIDE", "A0002", Fiche("1=m|3=3|8=69006|9=LYON|10=0|18=99|25=1"));
   b.Imprime("AIDE", {"A0001", "A0002"});
   EXPECT_EQ(Bloc(b, "ADRESSE FACTURATION"),
             (V{" ", " Périodicité          : Mensuelle", " Nom                  : LEROY Jeanne",
                " Adresse              : 12 rue des Lilas", S(24) + "Bât. B",
                S(24) + "75001 PARIS Cedex 05", " Relation             : Fille", " "}));
-  // A 5-character bank code is followed by 25 spaces; an empty refusal flag
-  // with a key means the direct debit is on.
+  // A 5-character bank code is followed by 25 spaces; no refusal flag with a key: debit on.
   EXPECT_EQ(Bloc(b, "ADRESSE BANCAIRE"),
             (V{" ", " Nom banque           : BNP PARIBAS",
                " Code banque          : 30004" + S(25) + " Code guichet  : 00123",

@@ -4,7 +4,6 @@
 static const std::string TEMPS = "                Libellé                        Temps";
 static const std::string VALEUR = S(25) + "Libellé" + S(41) + "Valeur";
 static const std::string NOTE = "                Libellé                        Note";
-
 static std::string Rangee(const std::string& libelle, const std::string& valeur, long place = 43) {
   return "  " + texte::Pad(libelle, place) + " " + texte::PadLeft(valeur, 9);
 }
@@ -44,7 +43,6 @@ TEST(CapaciteTache, CarerTotalsOrAFormAndCareRecipientTasksWithTheirKeys) {
   // A second person without needs record must not inherit the first's suffix.
   b.Met("AIDEDETAILTACHE", "A0002*1", Rec({"Aspirateur", "faux"}));
   b.Imprime("AIDE", {"A0001", "A0002"});
-
   // Each task gets its own value, whatever the order of the person's record.
   EXPECT_EQ(
       Bloc(b, "TACHES A ACCOMPLIR"),
@@ -64,9 +62,7 @@ TEST(CapaciteTache, CapacitiesLongerThanAPageAreFramedOnEachPage) {
   b.Met("CAPIMPAIDANT", "S0001C1", Rec({"", codes, valeurs}));
   b.Met("TABLES", "DEFTECH", Rec({"", codes, codes}));
   b.Imprime("AIDANT", {"S0001"});
-
-  // Each page's rows are framed under the column header; the second page
-  // opens with the running header, then the column header.
+  // Each page frames its own rows; the second opens with the running and the column headers.
   const V l = b.Lignes();
   const auto saut = std::find(std::find(l.begin(), l.end(), TEMPS), l.end(), "\f");
   ASSERT_NE(saut, l.end());

@@ -29,9 +29,7 @@ TEST(Indispo, RowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAShortKeyAndTheCarers
   b.Met(f, "A00032046200950", Rec({"20636", "1230", "2", "Avant"}));
   b.Met(f, "A0003205300", Rec({"", "1000", "1", "Clé trop courte"}));
   b.Met(f, "A00032053109000", Rec({"", "1000", "1", "Après"}));
-  // An empty key selects nothing.
-  b.Imprime("AIDE", {"A0001", "", "A0002", "A0003"});
-
+  b.Imprime("AIDE", {"A0001", "", "A0002", "A0003"});  // an empty key selects nothing
   V attendu = {
       " ",
       kEnteteAide,
@@ -44,7 +42,6 @@ TEST(Indispo, RowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAShortKeyAndTheCarers
   EXPECT_EQ(Bloc(b, "INDISPONIBILITES"), attendu);
   EXPECT_EQ(b.Texte().find("AUTRE PERSONNE"), std::string::npos);
   EXPECT_EQ(Tranche(Bloc(b, "INDISPONIBILITES", 1), 2, 18), V(16, " "));
-
   auto l = Bloc(b, "INDISPONIBILITES", 2);
   ASSERT_EQ(l.size(), 18u);
   EXPECT_EQ(l[16], S(9) + "MARDI     30/03/2024" + S(12) + " 9h00 10h00 1/1 n° 20544");

@@ -14,7 +14,7 @@ TEST(Environnement, HousingEntourageOfTenContactsPersonToNotifyHandicapAndPermit
   b.Met("ENVIRONAIDE", "A0001",
         Rec({"L", "3", "A", "V]B]H]E]S", "BERNARD-LEFEBVRE Christin]X2]]]]]]]]]ONZIEME",
              "06 12 34 56 78", "Saint-Germain-en-Laye", "01 39 00 00 00", "LEROY Jeanne", "06 01",
-             "Fille", "Le dimanche", "Voisine du 2e", "Boulangerie"}));
+             "Fille"}));
   // A carer's record under the same key is not the care recipient's.
   b.Met("INFOSAIDANT", "A0001", Rec({"AUTRE", "00", "non"}));
   b.Met("ENVIRONAIDE", "A0002", Rec({"X", "", "", "Z]B"}));
@@ -29,8 +29,7 @@ TEST(Environnement, HousingEntourageOfTenContactsPersonToNotifyHandicapAndPermit
       Bloc(b, "HABITAT", 1),
       (V{" ", " Qualité occupant     : ", " Nombre pièces        : ", " Type habitat         : ",
          " Etat du logement     : " + S(31) + "Bon état", S(24 + 31)}));
-  // Ten rows of 78 characters, then the blank line after the frame; the
-  // eleventh person is never printed.
+  // Ten rows of 78 characters and the blank after the frame; the eleventh person never prints.
   V attendu = {" ", entete,
                "         BERNARD-LEFEBVRE Ch Saint-Germain-en-La 01 39 00 00 00 06 12 34 56 78",
                "         X2" + S(78 - 11)};
@@ -38,13 +37,9 @@ TEST(Environnement, HousingEntourageOfTenContactsPersonToNotifyHandicapAndPermit
   attendu.push_back(" ");
   EXPECT_EQ(Bloc(b, "ENTOURAGE"), attendu);
   EXPECT_EQ(Cadre(b, entete), "11 lignes, 2-18.6 cm: 6.7 11.4 15");
-
   EXPECT_EQ(Bloc(b, "PERSONNE A PREVENIR"),
             (V{" ", " Nom                  : LEROY Jeanne", " Téléphone            : 06 01",
                " Observations         : Fille"}));
-  EXPECT_EQ(Bloc(b, "CONTACTS"),
-            (V{" ", " Familiaux            : Le dimanche", " Voisinage            : Voisine du 2e",
-               " Commerces            : Boulangerie"}));
   // A carer's person to notify and handicap come from the information record;
   // the permit's country is the nationality, except the upper-case "FRANCE".
   b.Met("TABLES", "CATHANDICAP", Rec({"", "A]B", "Travailleur handicapé]Invalide civil"}));

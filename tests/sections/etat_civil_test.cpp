@@ -1,11 +1,10 @@
 #include "tests/sections/releve.h"
 
-static V Imprime(const std::string& type, const marbrel::TabDyn& fiche,
-                 const std::string& aujourdhui = "15/03/2024") {
+static V Imprime(std::string type, const marbrel::TabDyn& fiche, std::string jour = "15/03/2024") {
   Banc b;
   b.Met("TABLES", "SITSOCIOPROF", Rec({"", "ACT]RET", "Actif]Retraité"}));
   b.Met(type == "AIDE" ? "CIVILAIDE" : "CIVILAIDANT", "K1", fiche);
-  b.Imprime(type, {"K1"}, aujourdhui);
+  b.Imprime(type, {"K1"}, jour);
   return Bloc(b, "ETAT CIVIL");
 }
 

@@ -2,9 +2,7 @@
 #include "tests/sections/releve.h"
 
 // The aids column: the label and spaces up to 40.
-static std::string Col(const std::string& libelle) {
-  return " " + libelle + S(40 - static_cast<size_t>(texte::Len(libelle)));
-}
+static std::string Col(const std::string& libelle) { return " " + texte::Pad(libelle, 40); }
 
 TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUnitWords) {
   std::string vingt, texte;
@@ -36,7 +34,6 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUn
   // Alone on its line an aid ends with one space; an unknown code has no label.
   EXPECT_EQ(Bloc(b, "AIDES TECHNIQUES", 1),
             (V{" ", Col("Barre d'appui") + " ", Col("Déambulateur")}));
-
   EXPECT_EQ(Bloc(b, "ANTECEDENTS MEDICAUX"),
             (V{" ", " Date : 12/02/2024", " Diabète de type 2", " Hypertension."}));
   V diagnostic = Bloc(b, "DIAGNOSTIC");

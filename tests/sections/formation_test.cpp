@@ -5,32 +5,27 @@ static const std::string kEntete =
 
 TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
   Banc b;
-  b.Met("TABLES", "DIPLOMES",
-        Rec({"", "CAP]BAC]BTS", "CAP petite enfance]Baccalauréat]Brevet de technicien supérieur"}));
+  b.Met("TABLES", "DIPLOMES", Rec({"", "CAP]BAC", "CAP petite enfance]Baccalauréat"}));
   b.Met("TABLES", "FORMPRO",
         Rec({"", "SST]PSC1]ALZ",
              "Sauveteur secouriste du travail (SST)]Prévention et secours "
              "civiques 1]Accompagnement Alzheimer"}));
-  // Eleven trainings: a full one, one with a code only, an empty code between
-  // filled rows, and eight more so that the eleventh has no room.
+  // Eleven trainings: full, a code only, none, then eight more; the eleventh has no room.
   b.Met("FORMEXPAIDANT", "S0001",
         Rec({"D", "BAC", "1998", "Auxiliaire de vie sociale",
              "20462]]20529]20336]]]]]]]20529",  // 08/01/2024, 04/09/2023
              "SST]PSC1]]ALZ]ALZ]ALZ]ALZ]ALZ]ALZ]ALZ]SST", "750]]800]1400]]]]]]]350",
              "Recyclage tous les deux ans]]]Stage]]]]]]]onzième",
              "Garde d'enfants (3 ans)]]Aide ménagère]]]]Cantine]8e", "]REP]MEN]COU]ABSENT]"}));
-  b.Met("ACTIVITES", "REP", Rec({"Repassage"}));
-  b.Met("ACTIVITES", "COU", Rec({"Courses"}));
-  b.Met("ACTIVITES", "MEN", Rec({"Ménage"}));
+  for (const V& a : std::vector<V>{{"REP", "Repassage"}, {"COU", "Courses"}, {"MEN", "Ménage"}})
+    b.Met("ACTIVITES", a[0], Rec({a[1]}));
   b.Met("FORMEXPAIDANT", "S0002", Rec({"d", "XYZ", "2001"}));
   b.Met("FORMEXPAIDANT", "S0004", Rec({"N", "", "", "", "", "ALZ]SST", "]7h30"}));
   b.Imprime("AIDANT", {"S0001", "S0002", "S0004"});
-
   V attendu = {" ", " Etudes               : Baccalauréat" + S(18) + " Année         : 1998",
                " Diplôme / Niveau     : Diplôme",
                " Spécialité           : Auxiliaire de vie sociale", " ", kEntete,
-               // Labels cut to 26 characters (accents count as one), hours / 100,
-               // observations cut to 17.
+               // Labels cut to 26 characters (accents count as one), hours / 100, notes to 17.
                S(9) + "08/01/2024  Sauveteur secouriste du tr      7.50  Recyclage tous le",
                // A code alone: no date, no hours, no observation.
                S(21) + "Prévention et secours civi" + S(12), " ",
@@ -47,8 +42,7 @@ TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
   EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES"),
             (V{" ", "Repassage", " Ménage" + S(34) + "Courses", S(41) + " "}));
 
-  // "d" is not "D" and an unknown diploma prints nothing; without
-  // trainings, ten blank rows.
+  // "d" is not "D", an unknown diploma prints nothing; no training, ten blank rows.
   EXPECT_EQ(Bloc(b, "FORMATION", 1),
             (V{" ", " Etudes               : " + S(30) + " Année         : 2001",
                " Diplôme / Niveau     :", " Spécialité           : ", " ", kEntete, " ", " ", " ",

@@ -1,10 +1,7 @@
 #include "tests/sections/releve.h"
 
 static const std::string ENTETE = "           Code               Nom Prénom";
-
-static std::string Rangee(const std::string& code, const std::string& nom_prenom) {
-  return S(10) + code + "   " + nom_prenom;
-}
+static std::string Rangee(std::string code, std::string nom) { return S(10) + code + "   " + nom; }
 
 TEST(AidantIncompatible, FirstTenInNameOrderAndTenFramedRowsEvenWhenFewer) {
   Banc b;
@@ -22,14 +19,12 @@ TEST(AidantIncompatible, FirstTenInNameOrderAndTenFramedRowsEvenWhenFewer) {
   // A key whose carer is gone from the carers' file keeps its code.
   b.Met("TPSINCOMPATIBILITES", "S0999A0002", Rec({"A0002", "ZOLA Emile"}));
   b.Imprime("AIDE", {"A0001", "A0002"});
-
   // By name, the first ten: ROUX and VIDAL are left out.
   V attendu = {" ", ENTETE};
   for (const char* c : {"S0111ANDRE", "S0114BLANC", "S0119CLEMENT", "S0117DUBOIS", "S0118FAURE",
                         "S0115GIRARD", "S0113LAMBERT", "S0110MOREAU", "S0120NOEL", "S0112PETIT"})
     attendu.push_back(Rangee(std::string(c).substr(0, 5), std::string(c).substr(5) + " Léa"));
   EXPECT_EQ(Bloc(b, "AIDANTS INCOMPATIBLES"), attendu);
-
   attendu = {" ", ENTETE, Rangee("S0122", "MARTIN Léa"), Rangee("S0999", " ")};
   attendu.resize(12, S(14));  // rows past the last carer
   EXPECT_EQ(Bloc(b, "AIDANTS INCOMPATIBLES", 1), attendu);

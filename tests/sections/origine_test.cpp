@@ -25,9 +25,7 @@ TEST(OrigineDossier, LabelsTheOriginLabelAndTheNeedsInPieces) {
                BESOINS}));
   // An unknown origin code prints nothing, like an empty record.
   EXPECT_EQ(Origine(Rec({"", "", "XYZ"})).at(3), " Origine contact      : ");
-  // The needs text goes under its label in pieces of at most 60 characters.
-  // 150 characters in words of 9 letters: the last space within 60 is the
-  // 60th, so each line holds 59 characters and the space is dropped.
+  // Pieces of at most 60: in 150 characters of 9-letter words the 60th is a space, dropped.
   std::string t;
   for (int i = 0; i < 15; ++i) t += (i ? " " : "") + std::string(9, static_cast<char>('a' + i));
   t += ".";

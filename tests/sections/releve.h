@@ -12,7 +12,7 @@
 #include "marbrel/outils.h"
 #include "tests/support/banc.h"
 
-namespace banc {
+using namespace banc;  // NOLINT: the section tests are written in the bench's words
 
 using V = std::vector<std::string>;
 inline std::string S(size_t n) { return std::string(n, ' '); }
@@ -102,8 +102,7 @@ inline std::string Cadre(const Banc& b, const std::string& entete, int rang = 0)
 
 // The texts drawn from the first one equal to `debut`, n at most, with their
 // fonts: a line printed in pieces, a label and its value.
-inline std::vector<printing::ElementTexte> Suite(const Banc& b, const std::string& debut,
-                                                 size_t n) {
+inline std::vector<printing::ElementTexte> Suite(const Banc& b, std::string debut, size_t n) {
   std::vector<printing::ElementTexte> m;
   for (const auto& page : b.Enregistrement().pages)
     for (const auto& e : page.elements)
@@ -111,7 +110,3 @@ inline std::vector<printing::ElementTexte> Suite(const Banc& b, const std::strin
         m.push_back(*Texte(e));
   return m;
 }
-
-}  // namespace banc
-
-using namespace banc;  // NOLINT: the section tests are written in the bench's words

@@ -2,9 +2,7 @@
 
 static const std::string kEntete =
     "               Nature                Type        Allocation       Droit   Montant ";
-static std::string Fin(const std::string& quotient) {
-  return "  Quotient famillial :" + quotient + "Total :";
-}
+static std::string Fin(const std::string& q) { return "  Quotient famillial :" + q + "Total :"; }
 
 TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
   std::string natures = "R1", montants = "101";
@@ -24,7 +22,6 @@ TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
                "  Pension de réversion complémentairePrin.  CNAV" + S(16) + "  Conj.   1234.56",
                "  Allocation logement sociale, réviséX  CAF" + S(17) + "  Autre      0.05", "", "",
                Fin(S(43)) + " 1234.61"}));
-  // From the left margin, the header and 12 rows.
   EXPECT_EQ(Cadre(b, kEntete), "13 lignes, 0.3-19.1 cm: 8.5 9.9 15.2 16.6");
 
   // Fifteen resources: twelve rows and their total, 1.01 × (1 + … + 12); the

@@ -3,8 +3,7 @@
 TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
   // Each case: the dossier type, the civil status attributes, the lines.
   const std::vector<V> cas = {
-      // A 7-character quarter code carries its sector and sub-sector: the
-      // names line up.
+      // A 7-character quarter code carries its sector and sub-sector; the names line up.
       {"AIDE", "39=R07|40=0120304", " ", " Responsable          : R07     Mme BERNARD",
        " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
        " Quartier             : 0120304 Gare Sud"},
@@ -21,8 +20,7 @@ TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
       {"AIDANT", "2=NOM", " ",
        " Secteur              :      ", " Sous-Secteur         :    ", " Quartier             :  ",
        " Centre médical       :      ", " Antenne médicale     :   ", " Moyen locomotion     : "},
-      // Another type reads the carer's attributes from CIVILAIDE and has
-      // neither responsible nor medical lines.
+      // Another type reads CIVILAIDE, without responsible or medical lines.
       {"BENEVOLE", "31=012|32=01203|33=01|35=C0412|39=R07|40=0120304", " ",
        " Secteur              : 012     Nord", " Sous-Secteur         : 01203   Nord-Gare",
        " Quartier             : 01 Court-Quartier"},
