@@ -5,7 +5,7 @@
 #include "db/variable.h"
 #include "layout/lignes.h"
 #include "printing/print_formats.h"
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 namespace {
 

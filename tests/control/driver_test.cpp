@@ -3,7 +3,7 @@
 #include "db/variable.h"
 #include "marbrel/erreur.h"
 #include "marbrel/sqlite_store.h"
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 namespace {
 

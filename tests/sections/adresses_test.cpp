@@ -1,4 +1,4 @@
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 TEST(Adresses, InvoicingAndBankOfEveryDossierType) {
   Banc b;

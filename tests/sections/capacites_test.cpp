@@ -1,5 +1,5 @@
 #include "marbrel/texte.h"
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 static const std::string TEMPS = "                Libellé                        Temps";
 static const std::string VALEUR = S(25) + "Libellé" + S(41) + "Valeur";

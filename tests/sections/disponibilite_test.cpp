@@ -1,5 +1,5 @@
 // Availability and unavailabilities; the run's date is 15/03/2024, day 20529.
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 static const std::string kEnteteAide =
     "         Jour      Date debut Date fin    De    A    Freq  Observations        ";

@@ -1,4 +1,4 @@
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 TEST(Environnement, HousingEntourageOfTenContactsPersonToNotifyHandicapAndPermit) {
   const std::string entete =

@@ -1,4 +1,4 @@
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 static V Imprime(std::string type, const marbrel::TabDyn& fiche, std::string jour = "15/03/2024") {
   Banc b;

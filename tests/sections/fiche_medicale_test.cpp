@@ -1,5 +1,5 @@
 #include "marbrel/texte.h"
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 // The aids column: the label and spaces up to 40.
 static std::string Col(const std::string& libelle) { return " " + texte::Pad(libelle, 40); }

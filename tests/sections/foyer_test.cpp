@@ -1,4 +1,4 @@
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 TEST(ConjointEtFoyer, SpouseAgeAtDeathHouseholdRowsCutAndFourteenAtMostInTheFrame) {
   const std::string entete =

@@ -1,4 +1,4 @@
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 static const std::string ENTETE = "           Code               Nom Prénom";
 static std::string Rangee(std::string code, std::string nom) { return S(10) + code + "   " + nom; }

@@ -1,5 +1,5 @@
 #include "marbrel/texte.h"
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 static std::string Rangee(std::string type, std::string nom, std::string tel, std::string adr) {
   return "  " + texte::Pad(type, 16) + "  " + texte::Pad(nom, 22) + "  " + texte::Pad(tel, 14) +

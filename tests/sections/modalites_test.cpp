@@ -1,4 +1,4 @@
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 TEST(ModaliteInterv, MissionTextWithA200CharacterLineAndPlanning) {
   const std::string mission = "Informations pour ordre de mission :";

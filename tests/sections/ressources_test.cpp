@@ -1,4 +1,4 @@
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 static const std::string kEntete =
     "               Nature                Type        Allocation       Droit   Montant ";

@@ -1,4 +1,4 @@
-#include "tests/sections/releve.h"
+#include "tests/support/releve.h"
 
 TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
   // Each case: the dossier type, the civil status attributes, the lines.

@@ -1,5 +1,6 @@
-// What the section tests read back from a print run (a section's lines, the
-// frame under a column header, pieces of a line) and the records they write.
+// What the section and driver tests read back from a print run (a section's
+// lines, the frame under a column header, pieces of a line) and the records
+// they write.
 #pragma once
 
 #include <gtest/gtest.h>
