@@ -16,7 +16,8 @@ TEST(IntervenantsExterieurs, ColumnsCutsFillerRowsAndObservations) {
              "03 20 11 22 33]+33 6 11 22 33 44]", "Rue de Lille, Haubourdin]LOOS]",
              "Passe matin et soir.\r\nPrévenir la fille de Mme DURAND en cas d'absence au "
              "rendez-vous du jeudi.]]Remplacement l'été"}));
-  b.Imprime("AIDE", {"A0001"});
+  b.Met("INTERVENANTEXT", "A0002", Rec({"KINE", "M. LEFEBVRE"}));  // no observation
+  b.Imprime("AIDE", {"A0001", "A0002"});
   const V attendu = {
       " ", ENTETE,
       Rangee("Infirmier(ère)", "Cabinet infirmier Wepp", "03 20 11 22 33", "Rue de Lille, Haub"),
@@ -30,4 +31,10 @@ TEST(IntervenantsExterieurs, ColumnsCutsFillerRowsAndObservations) {
   EXPECT_EQ(Bloc(b, "INTERVENANTS EXTERIEURS"), attendu);
   // Each separator lies in the two spaces between columns (characters 18, 42, 58 of 0.233 cm).
   EXPECT_EQ(Cadre(b, ENTETE), "9 lignes, 0.3-18.4 cm: 4.4 10 13.7");
+  // Without any observation, no heading for them.
+  V sans = attendu;
+  sans.resize(10, "");
+  sans[2] = Rangee("Kinésithérapeute", "M. LEFEBVRE", "", "");
+  sans[3] = sans[4] = "";
+  EXPECT_EQ(Bloc(b, "INTERVENANTS EXTERIEURS", 1), sans);
 }
