@@ -4,15 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <initializer_list>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "marbrel/base.h"
 #include "marbrel/marques.h"
 #include "marbrel/sqlite_store.h"
+
+// m contains x (the message is shown when it does not).
+#define EXPECT_CONTIENT(m, x) EXPECT_PRED_FORMAT2(::testing::IsSubstring, x, m)
 
 class BaseTemporaire : public ::testing::Test {
  protected:
@@ -33,10 +34,8 @@ class BaseTemporaire : public ::testing::Test {
   // sub-value marks, the way multivalue people write them on paper.
   static std::string Rec(std::initializer_list<std::string> attributs) {
     std::string texte;
-    bool premier = true;
     for (const std::string& a : attributs) {
-      if (!premier) texte += marbrel::AM;
-      premier = false;
+      if (&a != attributs.begin()) texte += marbrel::AM;
       for (char c : a) texte += c == ']' ? marbrel::VM : (c == '\\' ? marbrel::SM : c);
     }
     return texte;
@@ -45,13 +44,6 @@ class BaseTemporaire : public ::testing::Test {
   void Ecrit(const std::string& fichier, const std::string& cle, const std::string& texte) {
     store_->CreeFichier(fichier);
     store_->Ecrit(fichier, cle, texte);
-  }
-
-  std::string Octets() const {
-    std::ifstream in(chemin_, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
   }
 
   std::string dossier_;

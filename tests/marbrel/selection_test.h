@@ -1,6 +1,7 @@
 // Runs sentences against the temporary store and reads the rows back.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -14,18 +15,12 @@ class SelectionTest : public BaseTemporaire {
   std::vector<std::vector<std::string>> Lignes(const std::string& phrase,
                                                const std::string& champs = "0",
                                                const std::string& fichier = "") {
-    marbrel::TabDyn commande;
-    commande.Remplace(1, phrase);
-    commande.Remplace(2, fichier);
-    commande.Remplace(3, champs);
-    marbrel::Liste_Selection liste = base_->Selectionne(commande.Texte(), "");
-    long n = 1;
-    for (char c : champs) n += c == ' ' ? 1 : 0;
-    std::vector<std::vector<std::string>> lignes;
+    marbrel::Liste_Selection liste =
+        base_->Selectionne(phrase + marbrel::AM + fichier + marbrel::AM + champs, "");
+    const long n = 1 + static_cast<long>(std::count(champs.begin(), champs.end(), ' '));
+    std::vector<std::vector<std::string>> lignes(static_cast<size_t>(liste.DCount()));
     for (long r = 1; r <= liste.DCount(); ++r) {
-      std::vector<std::string> ligne;
-      for (long f = 1; f <= n; ++f) ligne.push_back(liste(r, f));
-      lignes.push_back(ligne);
+      for (long f = 1; f <= n; ++f) lignes[static_cast<size_t>(r - 1)].push_back(liste(r, f));
     }
     return lignes;
   }
@@ -49,16 +44,12 @@ class SelectionTest : public BaseTemporaire {
     return "";
   }
 
+  // Built attribute by attribute: an I-type's brackets are not value marks.
   void Dictionnaire(const std::string& fichier, const std::string& item, const std::string& type,
                     const std::string& definition, const std::string& format) {
-    // Built attribute by attribute: an I-type's brackets are not value marks.
-    marbrel::TabDyn d;
-    d.Remplace(1, type);
-    d.Remplace(2, definition);
-    d.Remplace(4, item);
-    d.Remplace(5, format);
-    d.Remplace(6, "S");
-    Ecrit("DICT " + fichier, item, d.Texte());
+    const char am = marbrel::AM;
+    Ecrit("DICT " + fichier, item,
+          type + am + definition + am + am + item + am + format + am + "S");
   }
 };
 
