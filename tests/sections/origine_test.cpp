@@ -2,14 +2,12 @@
 
 static const std::string BESOINS = " Besoins formulés     : ";
 
-// The origin's block, or with `tout` every line of the dossier.
-static V Origine(const marbrel::TabDyn& origine, bool tout = false) {
+static V Origine(const marbrel::TabDyn& origine) {
   Banc b;
-  b.Met("CIVILAIDE", "A0001", Rec({"", "DURAND", "Marie"}));
   b.Met("ORIGINEAIDE", "A0001", origine);
   b.Met("TABLES", "ORIGINECONTACT", Rec({"", "MED]FAM", "Médecin traitant]Famille"}));
   b.Imprime("AIDE", {"A0001"});
-  return tout ? b.Lignes() : Bloc(b, "ORIGINE DOSSIER");
+  return Bloc(b, "ORIGINE DOSSIER");
 }
 
 // The needs lines of a record holding only a needs text.
@@ -41,14 +39,4 @@ TEST(OrigineDossier, LabelsTheOriginLabelAndTheNeedsInPieces) {
   const std::string mot(130, 'x');
   EXPECT_EQ(Besoins(mot),
             (V{BESOINS + mot.substr(0, 60), S(24) + mot.substr(0, 60), S(24) + mot.substr(0, 10)}));
-
-  // A long text goes on under the running header, nothing lost at the break.
-  t.clear();
-  for (int i = 1; i <= 90; ++i) t += "Besoin " + std::to_string(i) + CRLF;
-  const V l = Origine(Rec({"", "", "", "", t}), true);
-  auto premier = std::find(l.begin(), l.end(), BESOINS + "Besoin 1");
-  auto saut = std::find(premier, l.end(), "\f");
-  ASSERT_NE(saut, l.end());
-  EXPECT_EQ(*(saut + 6), "A0001 DURAND Marie");
-  EXPECT_EQ(*(saut + 9), S(24) + "Besoin " + std::to_string(saut - premier + 1));
 }

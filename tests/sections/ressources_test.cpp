@@ -37,8 +37,9 @@ TEST(Ressources, RowsWordsAmountsTotalsAndFrame) {
   l = Bloc(b, "RESSOURCES", 3);
   EXPECT_EQ(l.at(3), "  a" + S(34) + "  " + S(20) + "    " + S(8));
   EXPECT_EQ(l.at(7), Fin(S(43)) + "   10.00");
-  const auto incidents = b.Controle().Incidents();
-  ASSERT_EQ(incidents.size(), 1u);
-  EXPECT_NE(incidents[0].message.find("« 12,50 » dans RESSOURCESAIDE A0004, attribut 5, valeur 1"),
-            std::string::npos);
+  ASSERT_EQ(b.Controle().Incidents().size(), 1u);
+  EXPECT_EQ(
+      b.Controle().Incidents()[0].cle + ": " + b.Controle().Incidents()[0].message,
+      "A0004: Nombre illisible « 12,50 » dans RESSOURCESAIDE A0004, attribut 5, valeur 1 : la "
+      "ressource est imprimée sans montant et n'entre pas dans le total.");
 }
