@@ -6,17 +6,17 @@ using marbrel::TabDyn;
 
 namespace {
 
-std::string S(std::initializer_list<std::string_view> morceaux) {
-  std::string s;
-  for (auto m : morceaux) s += m;
+// Record text written with "^" for attribute marks, "]" for value marks and
+// "\" for sub-value marks.
+std::string M(std::string s) {
+  for (char& c : s) c = c == '^' ? '\xFE' : c == ']' ? '\xFD' : c == '\\' ? '\xFC' : c;
   return s;
 }
 
 TEST(TabDyn, LesMarquesSeparentLesTroisNiveauxEtLireAuDelaDonneUnTexteVide) {
-  // DUPONT | Jean]Paul\Marie | "" | 75001
-  TabDyn r(S({"DUPONT", "\xFE", "Jean", "\xFD", "Paul", "\xFC", "Marie", "\xFE", "\xFE", "75001"}));
-  EXPECT_EQ(r(2), S({"Jean", "\xFD", "Paul", "\xFC", "Marie"}));
-  EXPECT_EQ(r(2, 2), S({"Paul", "\xFC", "Marie"}));
+  TabDyn r(M("DUPONT^Jean]Paul\\Marie^^75001"));
+  EXPECT_EQ(r(2), M("Jean]Paul\\Marie"));
+  EXPECT_EQ(r(2, 2), M("Paul\\Marie"));
   EXPECT_EQ(r(2, 2, 2), "Marie");
   EXPECT_EQ(r(2, 1, 1), "Jean");
   EXPECT_EQ(r(4), "75001");
@@ -33,25 +33,24 @@ TEST(TabDyn, LesMarquesSeparentLesTroisNiveauxEtLireAuDelaDonneUnTexteVide) {
 TEST(TabDyn, EcrireAuDelaDeLaFinAjouteDesElementsVides) {
   TabDyn r;
   r.Remplace(3, 2, 2, "x");
-  EXPECT_EQ(r.Texte(), S({"\xFE\xFE", "\xFD", "\xFC", "x"}));
-  TabDyn p(S({"A", "\xFE", "B"}));
+  EXPECT_EQ(r.Texte(), M("^^]\\x"));
+  TabDyn p(M("A^B"));
   p.Remplace(2, 3, "C");  // value 3 of an attribute holding one value
-  EXPECT_EQ(p.Texte(), S({"A", "\xFE", "B", "\xFD\xFD", "C"}));
+  EXPECT_EQ(p.Texte(), M("A^B]]C"));
   p.Remplace(1, "Zoé");  // replacing a whole attribute keeps the others
-  EXPECT_EQ(p.Texte(), S({"Zoé", "\xFE", "B", "\xFD\xFD", "C"}));
+  EXPECT_EQ(p.Texte(), M("Zoé^B]]C"));
   p.Remplace(2, 1, "");  // emptying a value keeps its place
   EXPECT_EQ(p(2, 3), "C");
 }
 
 TEST(TabDyn, DCountCompteLesLignesDUneTableAssociee) {
   // Dependants: names (3 values), first names (2), dates (empty).
-  TabDyn r(S(
-      {"\xFE", "MARTIN", "\xFD", "DURAND", "\xFD", "PETIT", "\xFE", "Léa", "\xFD", "Tom", "\xFE"}));
+  TabDyn r(M("^MARTIN]DURAND]PETIT^Léa]Tom^"));
   EXPECT_EQ(r.DCount(1), 0);
   EXPECT_EQ(r.DCount(3), 2);
   EXPECT_EQ(r.DCount(), 3);
   EXPECT_EQ(TabDyn("seul").DCount(), 1);
-  EXPECT_EQ(TabDyn("\xFE\xFE").DCount(), 0);
+  EXPECT_EQ(TabDyn(M("^^")).DCount(), 0);
 }
 
 }  // namespace
