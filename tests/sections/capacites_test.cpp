@@ -20,7 +20,12 @@ TEST(CapaciteTache, CarerTotalsOrAFormAndCareRecipientTasksWithTheirKeys) {
   b.Met("CAPIMPAIDANT", "S0001I2", Rec({"", "PONC]DISC", "3]4"}));
   b.Met("CAPIMPAIDANT", "S0001I1", Rec({"", "PONC", "9"}));  // the capacities' suffix
   b.Met("CIVILAIDANT", "S0002", Fiche("49=1|50=1"));
-  b.Imprime("AIDANT", {"S0001", "S0002"});
+  // Seventy capacities go on under the running header, each page with its frame.
+  b.Met("CIVILAIDANT", "S0003", Fiche("49=1|50=1"));
+  std::string codes = "MEN", valeurs = "100";
+  for (int i = 2; i <= 70; ++i) codes += "]MEN", valeurs += "]100";
+  b.Met("CAPIMPAIDANT", "S0003C1", Rec({"", codes, valeurs}));
+  b.Imprime("AIDANT", {"S0001", "S0002", "S0003"});
   EXPECT_EQ(Bloc(b, "CAPACITES"),
             (V{" ", TEMPS, Rangee("Ménage", "    2.50"),
                Rangee("Préparation des repas", "    0.75"), "", "", Total("    3.25"), " "}));
@@ -30,6 +35,14 @@ TEST(CapaciteTache, CarerTotalsOrAFormAndCareRecipientTasksWithTheirKeys) {
   // Without capacities the whole table prints as a form to fill in.
   EXPECT_EQ(Bloc(b, "CAPACITES", 1), (V{" ", TEMPS, S(9) + "Ménage", S(9) + "Préparation des repas",
                                         S(9) + "Courses", "", "", Total("    0.00"), " "}));
+  const V l = b.Lignes();
+  // The last column header opens the second page, after its eject and running header.
+  const long fin = std::find(l.rbegin(), l.rend(), TEMPS).base() - l.begin();
+  EXPECT_EQ(Tranche(l, size_t(fin - 10), size_t(fin + 1)),
+            (V{"\f", " ", " ", "Date : 15/03/2024" + S(55) + "Page 4", " ", " ", "S0003  ", " ",
+               " ", TEMPS, Rangee("Ménage", "    1.00")}));
+  EXPECT_EQ(Cadre(b, TEMPS, 2) + " / " + Cadre(b, TEMPS, 3),
+            "53 lignes, 0.3-13 cm: 10.5 / 19 lignes, 0.3-13 cm: 10.5");
 
   // A care recipient's tasks are the catalogue with the person's values.
   b.Met("TYPETACHE", "ENTRETIEN", Rec({"1"}));
@@ -51,24 +64,6 @@ TEST(CapaciteTache, CarerTotalsOrAFormAndCareRecipientTasksWithTheirKeys) {
   // The care recipient's behaviour comes from the same record, without total.
   EXPECT_EQ(Bloc(b, "COMPORTEMENT"), (V{" ", NOTE, Rangee("Ponctualité", "3"), "", "", " "}));
   EXPECT_EQ(b.Texte().find("faux"), std::string::npos);
-}
-
-TEST(CapaciteTache, CapacitiesLongerThanAPageAreFramedOnEachPage) {
-  Banc b;
-  b.Met("CIVILAIDANT", "S0001", Fiche("2=BERNARD|3=Sophie|49=1|50=1"));
-  std::string codes = "C1", valeurs = "100";  // the codes are their own labels
-  for (int i = 2; i <= 70; ++i) codes += "]C" + std::to_string(i), valeurs += "]100";
-  b.Met("CAPIMPAIDANT", "S0001C1", Rec({"", codes, valeurs}));
-  b.Met("TABLES", "DEFTECH", Rec({"", codes, codes}));
-  b.Imprime("AIDANT", {"S0001"});
-  // Each page frames its own rows; the second opens with the running and the column headers.
-  const V l = b.Lignes();
-  const auto saut = std::find(std::find(l.begin(), l.end(), TEMPS), l.end(), "\f");
-  ASSERT_NE(saut, l.end());
-  EXPECT_EQ(Tranche(V(saut, l.end()), 6, 11),
-            (V{"S0001 BERNARD Sophie", " ", " ", TEMPS, Rangee("C53", "    1.00")}));
-  EXPECT_EQ(Cadre(b, TEMPS, 0) + " / " + Cadre(b, TEMPS, 1),
-            "53 lignes, 0.3-13 cm: 10.5 / 19 lignes, 0.3-13 cm: 10.5");
 }
 
 TEST(CapaciteTache, BehaviourStaysOnTheTasksPageUpTo36Lines) {
