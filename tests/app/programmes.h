@@ -1,4 +1,4 @@
-// What the tests of the built programs share (app, cups, hote, composant):
+// What the tests of the built programs share (app, cups, hote, composant, printing):
 // a program run as a user runs it, a temporary folder, the Qt application.
 #pragma once
 
@@ -13,17 +13,15 @@
 namespace essai {
 
 // A fresh folder under /tmp, removed with everything in it at the end.
-class Dossier {
- public:
-  Dossier() : chemin_(mkdtemp(modele_)) {}
+struct Dossier {
+  Dossier() = default;
   Dossier(const Dossier&) = delete;
-  ~Dossier() { std::filesystem::remove_all(chemin_, ignore_); }
-  std::string operator/(const std::string& nom) const { return chemin_ + "/" + nom; }
+  ~Dossier() { std::filesystem::remove_all(chemin, ignore); }
+  std::string operator/(const std::string& nom) const { return chemin + "/" + nom; }
 
- private:
-  char modele_[24] = "/tmp/vesko-essai-XXXXXX";
-  std::string chemin_;
-  std::error_code ignore_;
+  char modele[24] = "/tmp/vesko-essai-XXXXXX";
+  std::string chemin = mkdtemp(modele);
+  std::error_code ignore;
 };
 
 inline std::string Lit(const std::string& chemin) {
@@ -52,9 +50,8 @@ inline Resultat Vesko(const std::string& arguments) {
 // Widgets, the print dialog and QPdfWriter need one, made once per program.
 inline QApplication& Application() {
   static int argc = 1;
-  static char nom[] = "essai";
-  static char* argv[] = {nom, nullptr};
-  static QApplication* application = new QApplication(argc, argv);
+  static char nom[] = "essai", *argv[] = {nom, nullptr};
+  static auto* application = new QApplication(argc, argv);
   return *application;
 }
 

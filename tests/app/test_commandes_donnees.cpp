@@ -66,13 +66,11 @@ TEST_F(CommandesDonnees, UsageFautifSortAvec2EchecAvec1) {
     std::string erreur;  // part of the message
   } const cas[] = {
       {"", 2, ""},
-      {"select " + db + " '  '", 2, ""},
       {"select --db '" + (dossier / "absente.vesko") + "' 'SSELECT TABLES'", 1, "n'existe pas"},
       {"init " + db, 1, "existe déjà"},
       {"select " + db + " 'SSELECT TABLES AVEC Nom = \"X\"'", 1,
        "Champ inconnu « Nom » : le fichier TABLES n'a pas de dictionnaire (DICT TABLES) à la "
        "position 21 de la phrase"},
-      {"export " + db + " ABSENT", 1, ""},
   };
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.arguments);

@@ -5,11 +5,9 @@
 #include <pwd.h>
 #include <signal.h>
 #include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <filesystem>
 #include <sstream>
 #include <thread>
 
@@ -22,13 +20,11 @@ namespace {
 // The backend of every queue (with no argument it describes itself): $1 id,
 // $3 title, $4 copies, $5 options, $6 the file (or standard input).
 // "capture:FOLDER" keeps there the bytes, the title, copies and paper, renaming
-// the job last so that a job file that exists is complete. "panne:" fails every
-// job, as a jammed printer does.
+// the job last so that a job file that exists is complete.
 constexpr const char* kBackend = R"sh(#!/bin/sh
 [ $# -eq 0 ] && { echo "direct ${0##*/} \"Unknown\" \"Essai\""; exit 0; }
 d="${DEVICE_URI#*:}"
 cat ${6:+"$6"} > "$d/$1.part"
-case "$DEVICE_URI" in panne:*) echo "ERROR: Plus de papier dans le bac 1" >&2; exit 1;; esac
 printf '%s\n%s\n%s\n' "$3" "$4" "$(echo "$5" | tr ' ' '\n' | sed -n 's/^media=//p')" > "$d/$1.info"
 mv "$d/$1.part" "$d/$1.job"
 )sh";
@@ -49,9 +45,6 @@ int Prise(int port, bool connecte) {
   return ok ? ntohs(adresse.sin_port) : 0;
 }
 
-// As root, the scheduler runs as nobody: no privilege the tests do not need.
-const passwd* UtilisateurSansDroits() { return geteuid() == 0 ? getpwnam("nobody") : nullptr; }
-
 struct Serveur {
   essai::Dossier racine;  // removed once the scheduler is stopped
   const std::string dossier = racine / "cups";
@@ -64,16 +57,15 @@ bool Prepare() {
   const std::string& d = serveur.dossier;
   serveur.port = Prise(0, false);
   serveur.adresse = "127.0.0.1:" + std::to_string(serveur.port);
-  for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend"})
+  for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend", "files/CAPTURE",
+                           "files/ARRETEE", "files/REFUS"})
     fs::create_directories(d + "/" + sous);
   // The system's filters and helpers, with our backend in place of theirs.
   for (const auto& e : fs::directory_iterator("/usr/lib/cups"))
     if (e.path().filename() != "backend")
       fs::create_symlink(e.path(), d + "/bin/" + e.path().filename().string());
-  for (const char* nom : {"capture", "panne"}) {
-    std::ofstream(d + "/bin/backend/" + nom) << kBackend;
-    fs::permissions(d + "/bin/backend/" + nom, fs::perms(0755));
-  }
+  std::ofstream(d + "/bin/backend/capture") << kBackend;
+  fs::permissions(d + "/bin/backend/capture", fs::perms(0755));
 
   std::ofstream(d + "/cups-files.conf")
       << "ServerRoot " + d + "\nServerBin " + d + "/bin\nRequestRoot " + d + "/spool\nTempDir " +
@@ -85,24 +77,21 @@ bool Prepare() {
              "\nLogLevel info\nWebInterface No\nBrowsing No\nDefaultAuthType None\n"
              "PreserveJobHistory Yes\n<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
              "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n";
-  // A failed job is dropped: the queue stays ready for the next one.
+  // A job that fails is dropped: the queue stays ready for the next test.
   std::ofstream files(d + "/printers.conf");
   for (const auto& [nom, etat] : std::initializer_list<std::pair<std::string, std::string>>{
            {"CAPTURE", "Idle\nAccepting Yes"},
            {"ARRETEE",
             "Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\nAccepting Yes"},
-           {"REFUS", "Idle\nStateMessage Toner à remplacer\nAccepting No"},
-           {"PANNE", "Idle\nAccepting Yes"}}) {
-    fs::create_directories(d + "/files/" + nom);
+           {"REFUS", "Idle\nStateMessage Toner à remplacer\nAccepting No"}}) {
     const std::string balise = nom == "CAPTURE" ? "DefaultPrinter" : "Printer";
     files << "<" + balise + " " + nom + ">\nState " + etat + "\nErrorPolicy abort-job\nDeviceURI " +
-                 (nom == "PANNE" ? "panne:" : "capture:") + d + "/files/" + nom + "\n</" + balise +
-                 ">\n";
+                 "capture:" + d + "/files/" + nom + "\n</" + balise + ">\n";
   }
   files.close();
 
   // -h: the links to the system's programs leave their targets alone.
-  if (UtilisateurSansDroits() != nullptr &&
+  if (geteuid() == 0 &&
       essai::Lance("chown -hR nobody: '" + (serveur.racine / "") + "'").statut != 0) {
     serveur.raison = "impossible de donner " + d + " à nobody";
     return false;
@@ -114,12 +103,13 @@ bool Prepare() {
 }
 
 bool Demarre() {
-  const passwd* sans_droits = UtilisateurSansDroits();
-  const std::string conf = serveur.dossier + "/cupsd.conf";
-  const std::string fichiers = serveur.dossier + "/cups-files.conf";
+  const passwd* sans_droits = geteuid() == 0 ? getpwnam("nobody") : nullptr;
+  const std::string conf = serveur.dossier + "/cupsd.conf",
+                    fichiers = serveur.dossier + "/cups-files.conf";
   int& pid = serveur.pid = fork();
   if (pid == 0) {
-    // The scheduler must not outlive a test program that crashes.
+    // The scheduler must not outlive a test program that crashes. As root, it
+    // runs as nobody: no privilege the tests do not need.
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (sans_droits != nullptr && (setgroups(0, nullptr) != 0 || setgid(sans_droits->pw_gid) != 0 ||
                                    setuid(sans_droits->pw_uid) != 0)) {

@@ -1,10 +1,9 @@
 // A print server of the tests' own: cupsd run without privileges, its files in
-// a temporary folder, listening on a free port of 127.0.0.1 only, with four queues:
+// a temporary folder, listening on a free port of 127.0.0.1 only, with three queues:
 //
 //   CAPTURE  (the default)  keeps every job: its exact bytes, title, copies, paper
 //   ARRETEE                 stopped, with the reason "Bourrage papier dans le bac 2"
 //   REFUS                   refuses jobs, with the reason "Toner à remplacer"
-//   PANNE                   accepts jobs, whose backend then fails
 //
 // CUPS_SERVER is set so that this program and the commands it runs talk to it alone.
 #pragma once
@@ -33,6 +32,7 @@ class AvecServeur : public ::testing::Test {
   // Waits up to attente × 50 ms for the queue to capture job numero.
   static Capture AttendCapture(const std::string& file, int numero, int attente = 400);
   static std::string Journal();  // the scheduler's error log, for failure messages
+  essai::Dossier dossier;        // the test's own files
 };
 
 // The demo store (`vesko init`, then `vesko import demo/*.json`), made once; "" if it failed.
