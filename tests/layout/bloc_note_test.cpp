@@ -70,10 +70,8 @@ TEST(BlocNote, LineBreaksAndTheFinalCharacter) {
   // The strict less-than: a lone final character is never printed.
   EXPECT_TRUE(Notes("x").empty());
   EXPECT_EQ(Notes("abc" + CRLF + "z"), V{" abc"});
-}
-
-// A dossier without notes still ends with their title: the driver tests check it.
-TEST(BlocNote, TheCarersFile) {
+  // A carer's notes come from their own file. (A dossier without notes still
+  // ends with their title: the driver tests check it.)
   EXPECT_EQ(Notes("Disponible le samedi.", "AIDANT"), V{" Disponible le samedi."});
 }
 
@@ -82,10 +80,8 @@ TEST(BlocNote, PagesAfter34LinesThenEvery60UnderTheRunningHeader) {
   for (int i = 1; i <= 100; ++i) texte += "ligne " + std::to_string(i) + CRLF;
   V l = Notes(texte);
   ASSERT_EQ(l.size(), 100u + 2 * 9);  // two ejects, each with its 8 header lines
-  EXPECT_EQ(l[33], " ligne 34");
-  EXPECT_EQ(l[34], "\f");
+  EXPECT_EQ(V(l.begin() + 33, l.begin() + 35), (V{" ligne 34", "\f"}));
   EXPECT_EQ(l[43], " ligne 35");
-  EXPECT_EQ(l[102], " ligne 94");
-  EXPECT_EQ(l[103], "\f");
+  EXPECT_EQ(V(l.begin() + 102, l.begin() + 104), (V{" ligne 94", "\f"}));
   EXPECT_EQ(l[112], " ligne 95");
 }
