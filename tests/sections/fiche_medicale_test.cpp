@@ -38,10 +38,6 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUn
   V diagnostic = Bloc(b, "DIAGNOSTIC");
   ASSERT_EQ(diagnostic.size(), 17u);  // blank, date, 15 lines
   EXPECT_EQ(diagnostic[16], " Ligne 15");
-  // Only the label is in bold, not the date that follows it on its line.
-  const auto date = Suite(b, "Date :", 2);
-  EXPECT_TRUE(date.size() == 2 && date[0].police.gras && !date[1].police.gras &&
-              date[1].y == date[0].y);
   // The units are worded by code and count.
   EXPECT_EQ(
       Bloc(b, "TRAITEMENT MEDICAL"),
