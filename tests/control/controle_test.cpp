@@ -43,12 +43,10 @@ TEST(Titre, CalledByNameAHeavyHeadingThenBackToPlainElevenPoints) {
   interface_vesko::Appelle(a.c, "Titre", args);
   const auto t = a.Tous<printing::ElementTexte>();
   ASSERT_EQ(t.size(), 3u);
-  EXPECT_EQ(t[0].texte, " ");
+  EXPECT_EQ(t[0].texte + "|" + t[1].texte + "|" + t[2].texte, " |HABITAT| ");
   EXPECT_EQ(t[0].police.taille, 18);  // the blank before is in whatever font is current
-  EXPECT_EQ(t[1].texte, "HABITAT");
   EXPECT_EQ(t[1].police.taille, 16);
   EXPECT_TRUE(t[1].police.gras && t[1].police.italique && t[1].police.souligne);
-  EXPECT_EQ(t[2].texte, " ");
   const printing::Police& p = a.c.Imprimante()->Font();
   EXPECT_EQ(p.taille, 11);
   EXPECT_FALSE(p.gras || p.italique || p.souligne);
