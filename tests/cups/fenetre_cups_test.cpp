@@ -1,12 +1,11 @@
 // The host window printing through the print server: Qt's print dialog
-// chooses the queue and the paper, and one job reaches the queue.
+// chooses the queue, the copies and the paper, and one job reaches the queue.
 #include <gtest/gtest.h>
 
 #include <QPrintDialog>
 #include <QSpinBox>
 #include <QTimer>
 
-#include "app/gui/choix_imprimante.h"
 #include "app/gui/fenetre_hote.h"
 #include "marbrel/outils.h"
 #include "tests/cups/serveur_cups.h"
@@ -15,8 +14,7 @@ namespace {
 
 using FenetreCups = essai_cups::AvecServeur;
 
-// The dialog's choices reach the one job; the dialog's queue is found in the controls' list.
-TEST_F(FenetreCups, TheWindowSendsOneJobToTheQueueChosenInTheDialogAndFindsItInTheList) {
+TEST_F(FenetreCups, TheWindowSendsTheSelectedDossiersAsOneJobToTheQueueChosenInTheDialog) {
   hote::FenetreHote fenetre;
   fenetre.Controle().Fixe_Aujourdhui(marbrel::Outils::Date_Interne(2024, 3, 15));
   fenetre.OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
@@ -45,26 +43,10 @@ TEST_F(FenetreCups, TheWindowSendsOneJobToTheQueueChosenInTheDialogAndFindsItInT
 
   const essai_cups::Capture job = AttendCapture("CAPTURE", numero);
   ASSERT_EQ(job.numero, numero) << Journal();
-  EXPECT_EQ(job.titre + " " + job.copies + " " + job.papier, "DOSSIER AIDE A0001 2 A3");
+  EXPECT_EQ(job.infos, "DOSSIER AIDE A0001 2 A3");
   const std::string texte = essai::Lance("pdftotext '" + job.fichier + "' -").sortie;
   EXPECT_NE(texte.find("A0001 MARTIN Jeanne"), std::string::npos);
   EXPECT_NE(texte.find("A0002 LEFEBVRE Marcel"), std::string::npos) << "deux dossiers, un travail";
-
-  const std::vector<printing::Destination> liste =
-      printing::cups::Destinations(std::make_shared<printing::cups::ReglagesEnvoi>());
-  std::vector<std::string> noms;
-  for (const auto& d : liste) noms.push_back(d.nom);
-  // The default queue first, then the others, then the built-in "PDF".
-  ASSERT_EQ(noms, (std::vector<std::string>{"CAPTURE", "ARRETEE", "REFUS", "PDF"}));
-
-  // Qt's "print to file" is the built-in "PDF" printer, writing that file.
-  QPrinter fichier(QPrinter::HighResolution);
-  fichier.setOutputFormat(QPrinter::PdfFormat);
-  fichier.setOutputFileName("/tmp/dossiers.pdf");
-  fichier.setPageSize(QPageSize(QPageSize::Letter));
-  const hote::Choix pdf = hote::Interprete(fichier, liste);
-  EXPECT_EQ(std::tuple(pdf.index, pdf.papier, pdf.copies, pdf.pdf),
-            std::tuple(3, 1, 1, std::string("/tmp/dossiers.pdf")));
 }
 
 }  // namespace

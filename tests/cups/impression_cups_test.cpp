@@ -55,7 +55,7 @@ TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossier
 
   const essai_cups::Capture job = AttendCapture("CAPTURE", numero, /*attente=*/0);
   ASSERT_EQ(job.numero, numero) << "--wait rend la main avant le travail\n" << Journal();
-  EXPECT_EQ(job.titre + " " + job.copies + " " + job.papier, "DOSSIER AIDE A0001 3 A3");
+  EXPECT_EQ(job.infos, "DOSSIER AIDE A0001 3 A3");
   EXPECT_NE(Lance("pdfinfo '" + job.fichier + "'").sortie.find("(A3)"), std::string::npos);
   const Resultat texte = Lance("pdftotext -layout '" + job.fichier + "' -");
   ASSERT_EQ(texte.statut, 0) << "pdftotext (poppler-utils) est nécessaire";

@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <sstream>
 #include <thread>
 
 namespace essai_cups {
@@ -25,7 +24,7 @@ constexpr const char* kBackend = R"sh(#!/bin/sh
 [ $# -eq 0 ] && { echo "direct ${0##*/} \"Unknown\" \"Essai\""; exit 0; }
 d="${DEVICE_URI#*:}"
 cat ${6:+"$6"} > "$d/$1.part"
-printf '%s\n%s\n%s\n' "$3" "$4" "$(echo "$5" | tr ' ' '\n' | sed -n 's/^media=//p')" > "$d/$1.info"
+echo "$3 $4 $(echo "$5" | tr ' ' '\n' | sed -n 's/^media=//p')" > "$d/$1.info"
 mv "$d/$1.part" "$d/$1.job"
 )sh";
 
@@ -156,10 +155,8 @@ Capture AvecServeur::AttendCapture(const std::string& file, int numero, int atte
   for (int essai = 0; essai < attente && !fs::exists(job); ++essai)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   if (!fs::exists(job)) return {};
-  Capture c{numero, job.string(), "", "", ""};
-  std::istringstream infos(essai::Lit(fs::path(job).replace_extension(".info")));
-  std::getline(std::getline(std::getline(infos, c.titre), c.copies), c.papier);
-  return c;
+  const std::string infos = essai::Lit(fs::path(job).replace_extension(".info"));
+  return {numero, job.string(), infos.substr(0, infos.find('\n'))};
 }
 
 const std::string& BaseDemo() {

@@ -17,8 +17,8 @@
 namespace essai_cups {
 
 struct Capture {
-  int numero = 0;                              // 0: the job never reached the queue
-  std::string fichier, titre, copies, papier;  // fichier: the bytes the backend was given
+  int numero = 0;              // 0: the job never reached the queue
+  std::string fichier, infos;  // the bytes the backend was given; "title copies paper"
 };
 
 // The tests that print to the server (started by the first, stopped with the
