@@ -18,7 +18,6 @@ TEST(CapaciteTache, CarerTotalsOrAFormAndCareRecipientTasksWithTheirKeys) {
   b.Met("CIVILAIDANT", "S0001", Fiche("49=1|50=2"));
   b.Met("CAPIMPAIDANT", "S0001C1", Rec({"", "MEN]REP", "250]75"}));
   b.Met("CAPIMPAIDANT", "S0001I2", Rec({"", "PONC]DISC", "3]4"}));
-  b.Met("CAPIMPAIDANT", "S0001I1", Rec({"", "PONC", "9"}));  // the capacities' suffix
   b.Met("CIVILAIDANT", "S0002", Fiche("49=1|50=1"));
   // Seventy capacities go on under the running header, each page with its frame.
   b.Met("CIVILAIDANT", "S0003", Fiche("49=1|50=1"));

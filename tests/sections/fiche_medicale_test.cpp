@@ -9,17 +9,14 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUn
   for (int i = 1; i <= 20; ++i) vingt += (i > 1 ? CRLF : "") + "Ligne " + std::to_string(i);
   const std::string fin = Jour("30/04/2024");
   Banc b;
-  b.Met(
-      "FICHEMEDAIDE", "A0001",
-      Rec({"",
-           Jour("02/01/2020") + "\\Appendicectomie.]" + Jour("12/02/2024") + "\\Diabète de type 2" +
-               CRLF + "Hypertension.",
-           "", Jour("01/03/2024") + "\\" + vingt, "", Jour("01/03/2024") + "\\Insuline", "", "", "",
-           "Metformine 500 mg\\1 comprimé\\3 fois par jour\\3\\M\\" + fin +
-               "]Amoxicilline\\1 gélule\\2 fois par jour\\1\\S\\" + fin +
-               "]Kinésithérapie respiratoire intensive\\1 séance\\2 par semaine\\2\\S\\" + fin +
-               "]Paracétamol\\1 g\\si douleur\\1\\J\\]Collyre\\1 goutte\\matin\\10\\J\\" + fin +
-               "]Pansement\\1\\le soir\\4\\?\\"}));
+  b.Met("FICHEMEDAIDE", "A0001",
+        Rec({"", "", "", Jour("02/01/2020") + "\\Ancien.]" + Jour("01/03/2024") + "\\" + vingt, "",
+             Jour("01/03/2024") + "\\Insuline", "", "", "",
+             "Metformine 500 mg\\1 comprimé\\3 fois par jour\\3\\M\\" + fin +
+                 "]Amoxicilline\\1 gélule\\2 fois par jour\\1\\S\\" + fin +
+                 "]Kinésithérapie respiratoire intensive\\1 séance\\2 par semaine\\2\\S\\" + fin +
+                 "]Paracétamol\\1 g\\si douleur\\1\\J\\]Collyre\\1 goutte\\matin\\10\\J\\" + fin +
+                 "]Pansement\\1\\le soir\\4\\?\\"}));
   b.Met("ENVIRONAIDE", "A0001", Fiche("19=LM]FR]DE]BA]CH]TE"));
   b.Met("ENVIRONAIDE", "A0002", Fiche("19=BA]]DE]??"));
   b.Met(
@@ -33,11 +30,10 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUn
   // Alone on its line an aid ends with one space; an unknown code has no label.
   EXPECT_EQ(Bloc(b, "AIDES TECHNIQUES", 1),
             (V{" ", Col("Barre d'appui") + " ", Col("Déambulateur")}));
-  EXPECT_EQ(Bloc(b, "ANTECEDENTS MEDICAUX"),
-            (V{" ", " Date : 12/02/2024", " Diabète de type 2", " Hypertension."}));
+  // The latest entry, 15 of its lines at most.
   V diagnostic = Bloc(b, "DIAGNOSTIC");
   ASSERT_EQ(diagnostic.size(), 17u);  // blank, date, 15 lines
-  EXPECT_EQ(diagnostic[16], " Ligne 15");
+  EXPECT_EQ(diagnostic[1] + diagnostic[16], " Date : 01/03/2024 Ligne 15");
   // The units are worded by code and count.
   EXPECT_EQ(
       Bloc(b, "TRAITEMENT MEDICAL"),
