@@ -111,9 +111,8 @@ bool Demarre() {
     // runs as nobody: no privilege the tests do not need.
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (sans_droits != nullptr && (setgroups(0, nullptr) != 0 || setgid(sans_droits->pw_gid) != 0 ||
-                                   setuid(sans_droits->pw_uid) != 0)) {
+                                   setuid(sans_droits->pw_uid) != 0))
       _exit(126);
-    }
     execl("/usr/sbin/cupsd", "cupsd", "-f", "-c", conf.c_str(), "-s", fichiers.c_str(),
           static_cast<char*>(nullptr));
     _exit(127);
