@@ -49,7 +49,9 @@ struct Serveur {
   const std::string dossier = racine / "cups";
   std::string adresse, raison;  // raison: why it could not start
   int port = 0, pid = -1;
-  ~Serveur() { AvecServeur::Arrete(); }
+  ~Serveur() {
+    if (pid > 0 && kill(pid, SIGTERM) == 0) waitpid(pid, nullptr, 0);
+  }
 } serveur;
 
 bool Prepare() {
@@ -140,15 +142,6 @@ void AvecServeur::SetUp() {
 
 std::string AvecServeur::Adresse() { return serveur.adresse; }
 
-void AvecServeur::Arrete() {
-  if (serveur.pid <= 0) return;
-  kill(serveur.pid, SIGTERM);
-  waitpid(serveur.pid, nullptr, 0);
-  serveur.pid = -1;
-}
-
-bool AvecServeur::Relance() { return Demarre(); }
-
 Capture AvecServeur::AttendCapture(const std::string& file, int numero, int attente) {
   const fs::path job = serveur.dossier + "/files/" + file + "/" + std::to_string(numero) + ".job";
   for (int essai = 0; essai < attente && !fs::exists(job); ++essai)
@@ -160,14 +153,12 @@ Capture AvecServeur::AttendCapture(const std::string& file, int numero, int atte
 
 const std::string& BaseDemo() {
   static const essai::Dossier dossier;
-  static const std::string base = [] {
-    const std::string chemin = dossier / "demo.vesko";
-    const bool fait =
-        essai::Vesko("init --db '" + chemin + "'").statut == 0 &&
-        essai::Vesko("import --db '" + chemin + "' " VESKO_SOURCE_DIR "/demo/*.json").statut == 0;
-    return fait ? chemin : std::string();
-  }();
-  return base;
+  static const std::string chemin = dossier / "demo.vesko", vide;
+  static const bool fait =
+      essai::Vesko("init --db '" + chemin + "' && " VESKO_BINARY_DIR "/vesko import --db '" +
+                   chemin + "' " VESKO_SOURCE_DIR "/demo/*.json")
+          .statut == 0;
+  return fait ? chemin : vide;
 }
 
 std::string AvecServeur::Journal() { return essai::Lit(serveur.dossier + "/log/error_log"); }

@@ -10,8 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "tests/app/programmes.h"
 
 namespace essai_cups {
@@ -27,8 +25,6 @@ class AvecServeur : public ::testing::Test {
  public:
   void SetUp() override;
   static std::string Adresse();  // "127.0.0.1:port"
-  static void Arrete();          // its port then answers nobody
-  static bool Relance();
   // Waits up to attente × 50 ms for the queue to capture job numero.
   static Capture AttendCapture(const std::string& file, int numero, int attente = 400);
   static std::string Journal();  // the scheduler's error log, for failure messages
