@@ -64,7 +64,6 @@ TEST(CapaciteTache, BehaviourStaysOnTheTasksPageUpTo36Lines) {
     b.Imprime("AIDE", {"A0001"});
     const V l = b.Lignes();
     const auto taches = std::find(l.begin(), l.end(), "TACHES A ACCOMPLIR");
-    ASSERT_NE(taches, l.end());
     EXPECT_EQ(std::count(taches, std::find(taches, l.end(), "COMPORTEMENT"), "\f"), n == 36 ? 0 : 1)
         << n << " tasks";
     // All the tasks are on their own page, in one frame.

@@ -17,11 +17,10 @@ static V Besoins(const std::string& texte) {
 }
 
 TEST(OrigineDossier, LabelsTheOriginLabelAndTheNeedsInPieces) {
-  EXPECT_EQ(Origine(Rec({Jour("04/01/2024"), "Téléphone", "FAM", "Mme Lefèvre (fille)"})),
-            (V{" ", " Date 1er contact     : 04/01/2024", " Type du contact      : Téléphone",
-               " Origine contact      : Famille", " Nom du contact       : Mme Lefèvre (fille)",
-               BESOINS}));
-  // An unknown origin code prints nothing, like an empty record.
+  // The origin's code is worded by its table; an unknown one prints nothing.
+  EXPECT_EQ(Tranche(Origine(Rec({Jour("04/01/2024"), "", "FAM"})), 1, 4),
+            (V{" Date 1er contact     : 04/01/2024",
+               " Type du contact      : ", " Origine contact      : Famille"}));
   EXPECT_EQ(Origine(Rec({"", "", "XYZ"})).at(3), " Origine contact      : ");
   // Pieces of at most 60: in 150 characters of 9-letter words the 60th is a space, dropped.
   std::string t;
