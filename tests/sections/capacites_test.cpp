@@ -9,7 +9,7 @@ static std::string Rangee(const std::string& libelle, const std::string& valeur)
 }
 static std::string Total(const std::string& total) { return S(38) + "Total :  " + total; }
 
-TEST(CapaciteTache, CarerTotalsOrAFormAndCareRecipientTasksWithTheirKeys) {
+TEST(CapaciteTache, CarerTotalsAFormALongListAndTheCareRecipientsKey) {
   Banc b;
   b.Met("TABLES", "DEFTECH",
         Rec({"Tâches", "MEN]REP]COU", "Ménage]Préparation des repas]Courses"}));

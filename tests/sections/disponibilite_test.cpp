@@ -46,8 +46,8 @@ TEST(Indispo, RowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAShortKeyAndTheCarers
             "A0001: Indisponibilité « A0001206 » : pas d'heure de début («  » en positions 12 à "
             "15) ; une clé d'indisponibilité compte 15 caractères.");
 
-  // A carer's availability: hours, weekend and night (only "O" and "N" are
-  // words), the period, then the unavailabilities with the employer column.
+  // A carer's availability: weekend and night (only "O" and "N" are words),
+  // then the unavailabilities with the employer column.
   b.Met("TPSAIDANTDISPO", "S0001", Rec({"3550", "", "", "", "", "N", "O", "X"}));
   f = "TPSAIDANTINDISPO";
   b.Met(f, "S00012046200800", Rec({"20636", "1200", "1", "Formation continue CAP", "o"}));

@@ -3,7 +3,7 @@
 static const std::string kEntete =
     "            Date           Formation             Heures       Observations";
 
-TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
+TEST(Formation, StudiesTrainingRowsCutsFrameAndActivities) {
   Banc b;
   b.Met("TABLES", "DIPLOMES", Rec({"", "CAP]BAC", "CAP petite enfance]Baccalauréat"}));
   b.Met("TABLES", "FORMPRO",
