@@ -67,6 +67,17 @@ TEST_F(CommandesDonnees, UsageFautifSortAvec2EchecAvec1) {
       {"select " + db + " 'SSELECT TABLES AVEC Nom = \"X\"'", 1,
        "Champ inconnu « Nom » : le fichier TABLES n'a pas de dictionnaire (DICT TABLES) à la "
        "position 21 de la phrase"},
+      {"print " + db + " --type AIDE --pdf a.pdf --png d A0001", 2,
+       "une seule sortie à la fois : --pdf, --printer, --text, --json, --png ou --preview."},
+      {"print " + db + " --type AIDE --text a.txt --fallback-pdf b.pdf A0001", 2,
+       "--fallback-pdf ne vaut qu'avec une imprimante (--printer FILE)."},
+      {"print " + db + " --type AIDE --printer Q --copies 0 A0001", 2,
+       "nombre d'exemplaires invalide « 0 » (--copies) : un entier de 1 à 999."},
+      {"print " + db + " --type AIDE --printer Q --paper B5 A0001", 2,
+       "format de papier inconnu « B5 » (--paper) : A4, A3 ou Letter."},
+      // Tests run on the offscreen platform, which has no screen for a preview.
+      {"print " + db + " --type AIDE --preview A0001", 1,
+       "l'aperçu (--preview) a besoin d'un écran"},
   };
   for (const Cas& c : cas) {
     SCOPED_TRACE(c.arguments);
