@@ -46,9 +46,10 @@ TEST(Indispo, RowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAShortKeyAndTheCarers
             "A0001: Indisponibilité « A0001206 » : pas d'heure de début («  » en positions 12 à "
             "15) ; une clé d'indisponibilité compte 15 caractères.");
 
-  // A carer's availability: weekend and night (only "O" and "N" are words),
-  // then the unavailabilities with the employer column.
+  // A carer's availability: hours, weekend and night (only "O" and "N" are
+  // words), the period, then the unavailabilities with the employer column.
   b.Met("TPSAIDANTDISPO", "S0001", Rec({"3550", "", "", "", "", "N", "O", "X"}));
+  b.Met("FORMEXPAIDANT", "S0001", Fiche("12=20486|13=20820"));  // the availability period
   f = "TPSAIDANTINDISPO";
   b.Met(f, "S00012046200800", Rec({"20636", "1200", "1", "Formation continue CAP", "o"}));
   b.Met(f, "S00012053041400", Rec({"", "1800", "2", "Enfant", "O"}));
@@ -56,6 +57,8 @@ TEST(Indispo, RowsAroundTheRunDateOnlyTheirOwnFifteenAtMostAShortKeyAndTheCarers
   b.Imprime("AIDANT", {"S0001"});
   const std::string samedi = " Samedi          : ", entete = kEnteteAide + " Empl.";
   l = Bloc(b, "DISPONIBILITES");
+  EXPECT_EQ(l.at(1), " Nombre d'heures :   35.50");
+  EXPECT_EQ(l.at(3), " Début dispo     : 01/02/2024   Fin dispo : 31/12/2024");
   // A 22-character observation is cut to 21 and two spaces; 21 are padded to 23.
   EXPECT_EQ(
       Tranche(l, 6, 10),

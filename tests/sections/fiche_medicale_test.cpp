@@ -34,6 +34,10 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUn
   V diagnostic = Bloc(b, "DIAGNOSTIC");
   ASSERT_EQ(diagnostic.size(), 17u);  // blank, date, 15 lines
   EXPECT_EQ(diagnostic[1] + diagnostic[16], " Date : 01/03/2024 Ligne 15");
+  // Only the label "Date :" is in bold.
+  std::string gras;
+  for (const auto& t : Suite(b, "Date :", 2)) gras += t.texte + (t.police.gras ? "*|" : "|");
+  EXPECT_EQ(gras, "Date :*| 01/03/2024|");
   // The units are worded by code and count.
   EXPECT_EQ(
       Bloc(b, "TRAITEMENT MEDICAL"),

@@ -3,7 +3,7 @@
 static const std::string kEntete =
     "            Date           Formation             Heures       Observations";
 
-TEST(Formation, StudiesTrainingRowsCutsFrameAndActivities) {
+TEST(Formation, StudiesTrainingRowsCutsFrameExperienceAndActivities) {
   Banc b;
   b.Met("TABLES", "DIPLOMES", Rec({"", "CAP]BAC", "CAP petite enfance]Baccalauréat"}));
   b.Met("TABLES", "FORMPRO",
@@ -15,7 +15,8 @@ TEST(Formation, StudiesTrainingRowsCutsFrameAndActivities) {
         Rec({"D", "BAC", "1998", "Auxiliaire de vie sociale",
              "20462]]20529]20336]]]]]]]20529",  // 08/01/2024, 04/09/2023
              "SST]PSC1]]ALZ]ALZ]ALZ]ALZ]ALZ]ALZ]ALZ]SST", "750]]800]1400]]]]]]]350",
-             "Recyclage tous les deux ans]]]Stage]]]]]]]onzième", "", "]REP]MEN]COU]ABSENT]"}));
+             "Recyclage tous les deux ans]]]Stage]]]]]]]onzième",
+             "Garde d'enfants (3 ans)]]Aide ménagère]]]]Cantine]8e", "]REP]MEN]COU]ABSENT]"}));
   for (const V& a : std::vector<V>{{"REP", "Repassage"}, {"COU", "Courses"}, {"MEN", "Ménage"}})
     b.Met("ACTIVITES", a[0], Rec({a[1]}));
   b.Met("FORMEXPAIDANT", "S0002", Rec({"d", "XYZ", "2001"}));
@@ -33,6 +34,9 @@ TEST(Formation, StudiesTrainingRowsCutsFrameAndActivities) {
   attendu.push_back(" ");
   EXPECT_EQ(Bloc(b, "FORMATION"), attendu);
   EXPECT_EQ(Cadre(b, kEntete), "11 lignes, 2-18 cm: 4.9 11.3 13.8");
+  // Seven lines of experience, the eighth value never printed.
+  EXPECT_EQ(Bloc(b, "EXPERIENCES"),
+            (V{" ", " Garde d'enfants (3 ans)", " ", " Aide ménagère", " ", " ", " ", " Cantine"}));
   // Activities two to a line: line 1 only the right one, line 2 both, line 3
   // one missing from ACTIVITES.
   EXPECT_EQ(Bloc(b, "ACTIVITES POSSIBLES"),
