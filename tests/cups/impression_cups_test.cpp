@@ -37,7 +37,8 @@ Resultat Imprime(const std::string& options, const std::string& serveur = "") {
 using ImpressionCups = essai_cups::AvecServeur;
 
 // One job, with its copies and paper, whose PDF gives back the text format's lines;
-// --wait returns once the server says the job is completed, so it is already kept.
+// --wait returns once the server says the job is completed, so it is already kept,
+// or says why the printer failed it.
 TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossierText) {
   ASSERT_EQ(Imprime("--text '" + (dossier / "dossier.txt") + "'").statut, 0);
   const auto attendu = LignesDeMots(essai::Lit(dossier / "dossier.txt"));
@@ -52,7 +53,14 @@ TEST_F(ImpressionCups, OneJobReachesTheQueueWithItsTitleCopiesPaperAndTheDossier
                           " envoyé à l'imprimante « CAPTURE » (DOSSIER AIDE A0001).\nLe travail " +
                           travail + " est terminé : l'imprimante « CAPTURE » l'a imprimé.\n");
 
-  const essai_cups::Capture job = AttendCapture("CAPTURE", std::stoi(m[1]), /*attente=*/0);
+  const Resultat panne = Imprime("--printer PANNE --wait");
+  EXPECT_EQ(panne.statut, 1);
+  ASSERT_TRUE(std::regex_search(panne.sortie, m, std::regex("^Travail (PANNE-[0-9]+) ")));
+  EXPECT_EQ(panne.erreurs,
+            "vesko : le travail " + m[1].str() +
+                " a échoué sur l'imprimante « PANNE » : Plus de papier dans le bac 1.\n");
+
+  const essai_cups::Capture job = AttendCapture("CAPTURE", std::stoi(travail.substr(8)), 0);
   ASSERT_NE(job.numero, 0) << "--wait rend la main avant le travail\n" << Journal();
   EXPECT_EQ(job.infos, "DOSSIER AIDE A0001 3 A3");
   EXPECT_NE(Lance("pdfinfo '" + job.fichier + "'").sortie.find("(A3)"), std::string::npos);

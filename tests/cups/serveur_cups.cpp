@@ -19,11 +19,13 @@ namespace {
 // The backend of every queue (with no argument it describes itself): $1 id,
 // $3 title, $4 copies, $5 options, $6 the file (or standard input).
 // "capture:FOLDER" keeps there the bytes, the title, copies and paper, renaming
-// the job last so that a job file that exists is complete.
+// the job last so that a job file that exists is complete. The queue PANNE
+// fails every job, as a jammed printer does.
 constexpr const char* kBackend = R"sh(#!/bin/sh
 [ $# -eq 0 ] && { echo "direct ${0##*/} \"Unknown\" \"Essai\""; exit 0; }
 d="${DEVICE_URI#*:}"
 cat ${6:+"$6"} > "$d/$1.part"
+case "$d" in */PANNE) echo "ERROR: Plus de papier dans le bac 1" >&2; exit 1;; esac
 echo "$3 $4 $(echo "$5" | tr ' ' '\n' | sed -n 's/^media=//p')" > "$d/$1.info"
 mv "$d/$1.part" "$d/$1.job"
 )sh";
@@ -59,7 +61,7 @@ bool Prepare() {
   serveur.port = Prise(0, false);
   serveur.adresse = "127.0.0.1:" + std::to_string(serveur.port);
   for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend", "files/CAPTURE",
-                           "files/ARRETEE", "files/REFUS"})
+                           "files/ARRETEE", "files/REFUS", "files/PANNE"})
     fs::create_directories(d + "/" + sous);
   // The system's filters and helpers, with our backend in place of theirs.
   for (const auto& e : fs::directory_iterator("/usr/lib/cups"))
@@ -84,7 +86,8 @@ bool Prepare() {
            {"CAPTURE", "Idle\nAccepting Yes"},
            {"ARRETEE",
             "Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\nAccepting Yes"},
-           {"REFUS", "Idle\nStateMessage Toner à remplacer\nAccepting No"}}) {
+           {"REFUS", "Idle\nStateMessage Toner à remplacer\nAccepting No"},
+           {"PANNE", "Idle\nAccepting Yes"}}) {
     const std::string balise = nom == "CAPTURE" ? "DefaultPrinter" : "Printer";
     files << "<" + balise + " " + nom + ">\nState " + etat + "\nErrorPolicy abort-job\nDeviceURI " +
                  "capture:" + d + "/files/" + nom + "\n</" + balise + ">\n";
