@@ -62,6 +62,13 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
       // receives it by reference and must not change the next one's.
       auto cle = [&]() { return W_TabDyn.Extrait(i, -1, -1); };
       std::string code = cle();
+      // Nothing read for the previous person may reach this one's dossier,
+      // even when a read of this one fails and leaves its slot as it was.
+      for (TabDyn& slot : Variable::Enregistrements) slot = TabDyn();
+      Variable::Tables = TabDyn();
+      Liste_Source = TabDyn();
+      Tache_Personne = TabDyn();
+      Resultat_Selection = TabDyn();
 
       Garde("Lecture de la fiche", code, [&] {
         Fic fichier = aidant ? Fic::CIVILAIDANT : Fic::CIVILAIDE;

@@ -38,7 +38,11 @@ int CompareGrandeurs(const Decimal& a, const Decimal& b) {
 
 bool EstNombre(std::string_view s) { return EstNumerique(std::string(s)); }
 
-bool Egal(std::string_view valeur, std::string_view litteral) {
+int Compare(std::string_view a, std::string_view b, bool texte) {
+  return texte ? CompareOctets(a, b) : CompareValeurs(a, b);
+}
+
+bool Egal(std::string_view valeur, std::string_view litteral, bool texte) {
   bool debut_libre = !litteral.empty() && litteral.front() == '[';
   bool fin_libre = litteral.size() > (debut_libre ? 1u : 0u) && litteral.back() == ']';
   if (debut_libre || fin_libre) {
@@ -49,7 +53,7 @@ bool Egal(std::string_view valeur, std::string_view litteral) {
     if (fin_libre) return valeur.substr(0, motif.size()) == motif;
     return valeur.size() >= motif.size() && valeur.substr(valeur.size() - motif.size()) == motif;
   }
-  return CompareValeurs(valeur, litteral) == 0;
+  return Compare(valeur, litteral, texte) == 0;
 }
 
 }  // namespace
@@ -73,20 +77,20 @@ int CompareValeurs(std::string_view a, std::string_view b) {
   return CompareOctets(a, b);
 }
 
-bool Satisfait(std::string_view valeur, Operateur op, std::string_view litteral) {
+bool Satisfait(std::string_view valeur, Operateur op, std::string_view litteral, bool texte) {
   switch (op) {
     case Operateur::Egal:
-      return Egal(valeur, litteral);
+      return Egal(valeur, litteral, texte);
     case Operateur::Different:
-      return !Egal(valeur, litteral);
+      return !Egal(valeur, litteral, texte);
     case Operateur::Inferieur:
-      return CompareValeurs(valeur, litteral) < 0;
+      return Compare(valeur, litteral, texte) < 0;
     case Operateur::Superieur:
-      return CompareValeurs(valeur, litteral) > 0;
+      return Compare(valeur, litteral, texte) > 0;
     case Operateur::InferieurEgal:
-      return CompareValeurs(valeur, litteral) <= 0;
+      return Compare(valeur, litteral, texte) <= 0;
     case Operateur::SuperieurEgal:
-      return CompareValeurs(valeur, litteral) >= 0;
+      return Compare(valeur, litteral, texte) >= 0;
   }
   return false;
 }

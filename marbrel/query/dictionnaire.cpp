@@ -53,6 +53,7 @@ Item ItemDepuis(const std::string& nom, const TabDyn& definition) {
   std::string format = texte::UpperAscii(definition(5));
   std::size_t lettre = format.find_first_not_of("0123456789");
   item.numerique = lettre != std::string::npos && format[lettre] == 'R';
+  item.texte = lettre != std::string::npos && format[lettre] == 'L';
   if (type == "D") {
     std::string numero = SansBlancs(definition(2));
     if (!QueDesChiffres(numero)) {

@@ -9,7 +9,8 @@
 //   attribute 3  conversion (kept, not applied by selections)
 //   attribute 4  heading
 //   attribute 5  format: width and justification, "10L", "5R"; a right-
-//                justified item sorts numerically
+//                justified item sorts numerically, a left-justified one
+//                compares as text
 //   attribute 6  "S" single-valued or "M" multivalued
 #pragma once
 
@@ -26,6 +27,9 @@ struct Item {
   long debut = 0;          // 0 = the whole text; otherwise characters from debut
   long longueur = -1;      // -1 = to the end
   bool numerique = false;  // right-justified format: PAR sorts numerically
+  // Left-justified format: a text such as a code, compared byte by byte even
+  // when it looks like a number ("1" is not "0001", "1.0" or "+1").
+  bool texte = false;
 
   // Every value and sub-value of the field, each as its own element; an empty
   // field gives one empty value so that = "" can match it.

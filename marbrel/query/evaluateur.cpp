@@ -16,18 +16,18 @@ CritereCompile Compile(const Critere& criteres, const std::function<Item(const C
   return c;
 }
 
-bool VraiPour(const Condition& condition, const std::string& valeur) {
+bool VraiPour(const Condition& condition, const std::string& valeur, bool texte) {
   switch (condition.sorte) {
     case Condition::Sorte::Comparaison:
-      return Satisfait(valeur, condition.op, condition.litteral);
+      return Satisfait(valeur, condition.op, condition.litteral, texte);
     case Condition::Sorte::Et:
       for (const Condition& e : condition.enfants) {
-        if (!VraiPour(e, valeur)) return false;
+        if (!VraiPour(e, valeur, texte)) return false;
       }
       return true;
     case Condition::Sorte::Ou:
       for (const Condition& e : condition.enfants) {
-        if (VraiPour(e, valeur)) return true;
+        if (VraiPour(e, valeur, texte)) return true;
       }
       return false;
   }
@@ -38,7 +38,7 @@ bool Vrai(const CritereCompile& critere, const std::string& cle, const TabDyn& e
   switch (critere.sorte) {
     case Critere::Sorte::Clause:
       for (const std::string& valeur : critere.item.Valeurs(cle, enregistrement)) {
-        if (VraiPour(*critere.condition, valeur)) return true;
+        if (VraiPour(*critere.condition, valeur, critere.item.texte)) return true;
       }
       return false;
     case Critere::Sorte::Et:

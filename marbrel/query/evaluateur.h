@@ -27,7 +27,8 @@ CritereCompile Compile(const Critere& criteres, const std::function<Item(const C
 // of its field satisfies the whole of its condition.
 bool Vrai(const CritereCompile& critere, const std::string& cle, const TabDyn& enregistrement);
 
-// True when one value satisfies the condition of a clause.
-bool VraiPour(const Condition& condition, const std::string& valeur);
+// True when one value satisfies the condition of a clause; texte compares as
+// text (a left-justified item).
+bool VraiPour(const Condition& condition, const std::string& valeur, bool texte = false);
 
 }  // namespace marbrel::requete

@@ -2,6 +2,7 @@
 // and behaviour: each a framed list printed by ImprimeDonnées, a carer's
 // followed by its total.
 #include "control/ctr_vesko.h"
+#include "db/code_personne.h"
 #include "db/lecture.h"
 #include "db/variable.h"
 #include "layout/lignes.h"
@@ -30,6 +31,8 @@ void Ctr_Vesko::Capacite_Tache(std::string& W_Code) {
   Liste_Source = TabDyn();
   Liste_Catalogue = false;
   Liste_Centiemes = false;
+  // The keys of these lists are the code followed by more characters.
+  db::Exige_Code_Isolable(W_Code);
   const bool aidant = Type_Dossier == "AIDANT";
   if (!mise_en_page::Place_Pour_Liste(P())) NewPage(W_Code);
 
@@ -75,6 +78,7 @@ void Ctr_Vesko::Comportement() {
   // Called without the key: it is the one Capacite_Tache printed for, just
   // before, and for a care recipient that section also left the source record.
   std::string W_Code = Code_Dossier;
+  db::Exige_Code_Isolable(W_Code);
   Liste_Largeur = 55;
   Liste_Catalogue = false;
   Liste_Centiemes = false;

@@ -1,6 +1,7 @@
 // When a person can or cannot be given work: a carer's weekly availability,
 // and the current and coming unavailabilities of a carer or a care recipient.
 #include "control/ctr_vesko.h"
+#include "db/code_personne.h"
 #include "db/lecture.h"
 #include "db/variable.h"
 #include "layout/lignes.h"
@@ -67,6 +68,8 @@ void Ctr_Vesko::Indispo(std::string& W_Code) {
   const bool est_aidant = Type_Dossier == "AIDANT";
   const std::string fichier = est_aidant ? "TPSAIDANTINDISPO" : "TPSAIDEINDISPO";
   Resultat_Selection = TabDyn();
+  // The rows are found by the code as the beginning of their keys.
+  db::Exige_Code_Isolable(W_Code);
   if (est_aidant) {
     P().Print(" Indisponibilités personnelles");
     mise_en_page::Blanc(P());
@@ -78,6 +81,13 @@ void Ctr_Vesko::Indispo(std::string& W_Code) {
   const std::string phrase = aidant::Phrase_Indispo(fichier, W_Code, db::Aujourdhui());
   Resultat_Selection =
       TabDyn(db::Selection(phrase, fichier, est_aidant ? "0 1 2 3 4 5" : "0 1 2 3 4").Texte());
+  if (const long ecartees = aidant::Garde_Lignes_Du_Code(Resultat_Selection, W_Code)) {
+    incidents_.push_back({"Indispo", W_Code,
+                          std::to_string(ecartees) + " ligne(s) de " + fichier +
+                              " écartée(s) : leur clé commence par ce code mais dépasse " +
+                              std::to_string(aidant::kLongueurCleIndispo) +
+                              " caractères (elle appartient à un code plus long)."});
+  }
 
   W_PointDepart = Monnaie::De(P().CurrentY());
   P().Print(est_aidant ? kEnteteAidant : kEnteteAide);

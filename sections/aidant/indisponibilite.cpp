@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "marbrel/outils.h"
+#include "marbrel/query/litteral.h"
 #include "marbrel/texte.h"
 
 namespace aidant {
@@ -18,8 +19,6 @@ bool DeuxChiffres(const std::string& s) {
   return s.size() == 2 && s[0] >= '0' && s[0] <= '9' && s[1] >= '0' && s[1] <= '9';
 }
 
-std::string Guillemets(const std::string& valeur) { return "\"" + valeur + "\""; }
-
 // A carer's observations take exactly 23 characters, leaving room for "Empl.".
 std::string Observation_Aidant(const std::string& obs) {
   if (Len(obs) < 22) return texte::Pad(obs, 23);
@@ -32,12 +31,30 @@ std::string Phrase_Indispo(const std::string& fichier, const std::string& cle, l
   // The "]" after the code asks for keys that begin with it. The sentence
   // reads: own rows started by today that end today or later or have no end
   // (the empty value), or own rows that start after today.
-  const std::string t = Guillemets(std::to_string(aujourdhui));
-  std::string phrase = "SSELECT " + fichier + " AVEC 0 = " + Guillemets(cle + "]");
-  phrase += " AND AVEC DateDebIndispo <= " + t + " AND AVEC 1 >= " + t + " OR = " + Guillemets("");
-  phrase += " OR AVEC 0 = " + Guillemets(cle + "]");
+  using marbrel::requete::Litteral;
+  const std::string t = Litteral(std::to_string(aujourdhui));
+  std::string phrase = "SSELECT " + fichier + " AVEC 0 = " + Litteral(cle + "]");
+  phrase += " AND AVEC DateDebIndispo <= " + t + " AND AVEC 1 >= " + t + " OR = " + Litteral("");
+  phrase += " OR AVEC 0 = " + Litteral(cle + "]");
   phrase += " AND AVEC DateDebIndispo > " + t;
   return phrase;
+}
+
+long Garde_Lignes_Du_Code(marbrel::TabDyn& resultat, const std::string& cle) {
+  marbrel::TabDyn gardees;
+  long n = 0, ecartees = 0;
+  for (long r = 1; r <= resultat.Compte(-1, -1); ++r) {
+    const std::string ligne = resultat(r);
+    const std::string cle_ligne = resultat(r, 1);
+    if (ligne.empty()) continue;
+    if (Len(cle_ligne) > kLongueurCleIndispo || texte::Left(cle_ligne, Len(cle)) != cle) {
+      ++ecartees;
+      continue;
+    }
+    gardees.Remplace(++n, ligne);
+  }
+  resultat = gardees;
+  return ecartees;
 }
 
 std::string Jour_Semaine(const std::string& chiffre) {
