@@ -20,12 +20,15 @@
 #include "control/ctr_vesko.h"
 #include "marbrel/base.h"
 #include "marbrel/outils.h"
+#include "marbrel/visible.h"
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"
 #include "printing/print_formats.h"
+#include "printing/provisoires.h"
 #include "printing/qt_surface.h"
 #include "printing/recording.h"
 #include "printing/rendu.h"
+#include "printing/sortie_sure.h"
 
 namespace vesko_app {
 
@@ -143,18 +146,15 @@ long DemandeImprimante(const std::vector<printing::Destination>& liste) {
   }
 }
 
-void Ecrit(const std::string& chemin, const std::string& contenu) {
-  std::ofstream f(chemin, std::ios::binary);
-  f << contenu;
-  f.close();
-  if (!f) throw std::runtime_error("impossible d'écrire le fichier " + chemin + ".");
+void Ecrit(const std::string& chemin, const std::string& contenu, const std::string& quoi) {
+  printing::EcritFichierSur(chemin, contenu, quoi);
 }
 
 // The built-in "PDF" printer alone: a file needs no print server.
 std::vector<printing::Destination> PdfSeul(const std::string& chemin) {
   printing::ListeImprimantes::FixeFichierPdf(chemin);
   return {{"PDF", [](const printing::Travail& travail) {
-             return printing::SurfacePdf(printing::ListeImprimantes::FichierPdf(), travail);
+             return printing::SurfacePdfSure(printing::ListeImprimantes::FichierPdf(), travail);
            }}};
 }
 
@@ -235,6 +235,8 @@ void MontreApercu(const printing::Enregistrement& enregistrement, const std::str
 
 void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   const Commande c = Verifie(o);
+  // Ctrl-C, a closed terminal or a stop removes the document being drawn.
+  printing::ProtegeContreInterruptions();
   std::vector<std::string> cles = Cles(o.cles);
   long aujourdhui = o.date.empty() ? -1 : JourDe(o.date);
 
@@ -275,22 +277,28 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   if (choix < 0)
     throw std::runtime_error("impression annulée : aucune imprimante n'a été choisie.");
   for (const std::string& cle : controle.Cles_Absentes()) {
-    std::cerr << "vesko : la fiche « " << cle << " » est absente du fichier "
+    std::cerr << "vesko : la fiche « " << texte::Visible(cle) << " » est absente du fichier "
               << (o.type == "AIDANT" ? "CIVILAIDANT" : "CIVILAIDE")
               << " : son dossier est imprimé vide.\n";
   }
+  // Every incident makes the command fail once the output is done: a
+  // dossier with a section missing must not pass for a complete one.
+  std::size_t incidents = 0;
+  bool document_perdu = false;
   for (const Incident& i : controle.Incidents()) {
     // A job that could not be sent is told once, below, with what was done instead.
     if (envoi.Explique(i.message)) continue;
-    std::cerr << "vesko : échec dans " << i.section << " pour la fiche « " << i.cle
-              << " » : " << i.message << "\n";
+    ++incidents;
+    if (i.section == "Fin du document") document_perdu = true;
+    std::cerr << "vesko : échec dans " << i.section << " pour la fiche « " << texte::Visible(i.cle)
+              << " » : " << texte::Visible(i.message) << "\n";
   }
   switch (c.sortie) {
     case Sortie::Texte:
-      Ecrit(o.texte, printing::EnTexte(enregistrement));
+      Ecrit(o.texte, printing::EnTexte(enregistrement), "fichier texte");
       break;
     case Sortie::Json:
-      Ecrit(o.json, printing::EnJson(enregistrement));
+      Ecrit(o.json, printing::EnJson(enregistrement), "fichier JSON");
       break;
     case Sortie::Png: {
       const auto images = printing::EcritPng(enregistrement, o.png, kDpiPng);
@@ -301,16 +309,27 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
       MontreApercu(enregistrement, "DOSSIER " + o.type + " " + (cles.empty() ? "" : cles[0]));
       break;
     case Sortie::Pdf:
-      std::cerr << "Dossiers imprimés dans " << o.pdf << "\n";
+      if (!document_perdu) {
+        std::cerr << (incidents ? "Document écrit, incomplet, dans " : "Dossiers imprimés dans ")
+                  << o.pdf << "\n";
+      }
       break;
     case Sortie::File:
     case Sortie::Demande:
+      if (document_perdu) break;
       if (envoi.FileChoisie()) {
         envoi.Conclut(o.attendre);
       } else {
-        std::cerr << "Dossiers imprimés dans " << printing::ListeImprimantes::FichierPdf() << "\n";
+        std::cerr << (incidents ? "Document écrit, incomplet, dans " : "Dossiers imprimés dans ")
+                  << printing::ListeImprimantes::FichierPdf() << "\n";
       }
       break;
+  }
+  if (incidents > 0) {
+    throw std::runtime_error(std::to_string(incidents) +
+                             " incident(s) pendant l'impression (ci-dessus) : " +
+                             (document_perdu ? "le document n'a pas été produit."
+                                             : "les dossiers sont incomplets."));
   }
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/commandes.h"
+#include "db/code_personne.h"
 #include "marbrel/base.h"
 #include "marbrel/creation_base.h"
 #include "marbrel/dump.h"
@@ -23,7 +24,34 @@ struct Arguments {
   std::vector<std::string> fichiers;
   std::string phrase;
   std::string champs = "0";
+  bool strict = false;  // import: refuse main-file keys that cannot be isolated
 };
+
+// The keys of the persons' main files that the selections by code cannot
+// isolate: each is told on standard error; --strict refuses the import.
+void VerifieCodes(const std::vector<marbrel::Dump>& dumps, bool strict) {
+  std::size_t refusees = 0;
+  for (const marbrel::Dump& d : dumps) {
+    for (const auto& [fichier, enregistrements] : d.fichiers) {
+      if (fichier != "CIVILAIDE" && fichier != "CIVILAIDANT") continue;
+      for (const auto& e : enregistrements) {
+        const std::string refus = db::Refus_Code(e.first);
+        if (refus.empty()) continue;
+        ++refusees;
+        std::cerr << "vesko : " << (strict ? "" : "attention : ") << d.origine << ", " << fichier
+                  << " : " << refus
+                  << " Ses capacités, tâches, aidants incompatibles et indisponibilités ne "
+                     "seront pas imprimés.\n";
+      }
+    }
+  }
+  if (strict && refusees > 0) {
+    throw marbrel::Erreur(marbrel::ERR_IMPORT,
+                          "Import refusé (--strict) : " + std::to_string(refusees) +
+                              " code(s) de personne ne peuvent pas être isolés ; la base n'a "
+                              "pas été modifiée.");
+  }
+}
 
 // An existing store; a path that holds none gets a message saying what to do.
 std::shared_ptr<marbrel::SqliteStore> OuvreBase(const std::string& chemin, bool lecture_seule) {
@@ -58,6 +86,7 @@ void Import(const Arguments& a) {
   // Every dump is read and checked before the store is opened for writing.
   std::vector<marbrel::Dump> dumps;
   for (const std::string& chemin : a.dumps) dumps.push_back(marbrel::LitDumpFichier(chemin));
+  VerifieCodes(dumps, a.strict);
   auto store = OuvreBase(a.base, false);
   marbrel::Importe(*store, dumps);
   std::size_t fichiers = 0, enregistrements = 0;
@@ -119,6 +148,9 @@ void AjouteCommandesDonnees(CLI::App& app, int& statut) {
       "import", "Charge un ou plusieurs dumps JSON, dans l'ordre, tout ou rien.");
   import->add_option("--db", a->base, "Fichier de la base")->required();
   import->add_option("dumps", a->dumps, "Dumps JSON à charger")->required();
+  import->add_flag("--strict", a->strict,
+                   "Refuse l'import si un code de personne (CIVILAIDE, CIVILAIDANT) ne peut pas "
+                   "être isolé par les sélections");
   import->callback([a, &statut] { Execute(statut, [a] { Import(*a);
 });
 }  // namespace vesko_app

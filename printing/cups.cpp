@@ -12,7 +12,9 @@
 #include <stdexcept>
 #include <thread>
 
+#include "printing/provisoires.h"
 #include "printing/qt_surface.h"
+#include "printing/sortie_sure.h"
 
 namespace printing::cups {
 
@@ -328,10 +330,13 @@ class FichierTemporaire {
     }
     close(fd);
     chemin_ = modele;
+    // The drawing of a dossier must not outlive an interrupted run.
+    InscritProvisoire(chemin_);
   }
   ~FichierTemporaire() {
     std::error_code ignore;
     fs::remove(chemin_, ignore);
+    OublieProvisoire(chemin_);
   }
   const std::string& Chemin() const { return chemin_; }
 
@@ -365,6 +370,8 @@ class SurfaceFileCups : public Surface {
 
   void FinDocument() override {
     pdf_->FinDocument();
+    // A document cut short (a full temporary folder) is never sent.
+    VerifiePdf(temporaire_.Chemin(), file_);
     Envoi envoi;
     envoi.file = file_;
     envoi.titre = titre_;
@@ -383,9 +390,12 @@ class SurfaceFileCups : public Surface {
   // the settings ask.
   void Garde(Envoi& envoi) const {
     if (!reglages_ || reglages_->pdf_secours.empty()) return;
-    std::error_code erreur;
-    fs::copy_file(temporaire_.Chemin(), reglages_->pdf_secours,
-                  fs::copy_options::overwrite_existing, erreur);
+    bool erreur = false;
+    try {
+      CopieFichierSur(temporaire_.Chemin(), reglages_->pdf_secours, "fichier PDF");
+    } catch (const std::exception&) {
+      erreur = true;
+    }
     if (erreur) {
       envoi.erreur +=
           " Le PDF de secours « " + reglages_->pdf_secours + " » n'a pas pu être écrit non plus.";

@@ -4,6 +4,7 @@
 
 #include "printing/imprimantes.h"
 #include "printing/qt_surface.h"
+#include "printing/sortie_sure.h"
 
 namespace printing {
 
@@ -22,7 +23,7 @@ std::vector<Destination> ListeImprimantes::Systeme() {
   // The file is read when the document opens, so that a file named after the
   // list was built still counts.
   liste.push_back(
-      {"PDF", [](const Travail& travail) { return SurfacePdf(FichierPdf(), travail); }});
+      {"PDF", [](const Travail& travail) { return SurfacePdfSure(FichierPdf(), travail); }});
   return liste;
 }
 
