@@ -117,9 +117,10 @@ std::vector<std::string> Cles(const std::vector<std::string>& arguments) {
 }
 
 long JourDe(const std::string& date_iso) {
-  QDate d = QDate::fromString(QString::fromStdString(date_iso), Qt::ISODate);
-  if (!d.isValid()) {
-    throw UsageError("date invalide « " + date_iso +
+  // Exactly ten characters: Qt's ISO reading would also take a date and time.
+  QDate d = QDate::fromString(QString::fromStdString(date_iso), "yyyy-MM-dd");
+  if (date_iso.size() != 10 || !d.isValid()) {
+    throw UsageError("date invalide « " + texte::Visible(date_iso) +
                      " » : attendu AAAA-MM-JJ (par exemple 2024-03-15).");
   }
   return marbrel::Outils::Date_Interne(d.year(), d.month(), d.day());

@@ -181,6 +181,13 @@ Dump LitDump(std::string_view texte, const std::string& origine) {
     }
     return true;
   };
+  // The JSON reader stops at a NUL byte as at the end of the text: what
+  // follows would be lost without a word.
+  if (const std::size_t nul = texte.find('\0'); nul != std::string_view::npos) {
+    auto [ligne, colonne] = LigneColonne(texte, nul);
+    lecteur.Echec("", "octet nul à la ligne " + std::to_string(ligne) + ", colonne " +
+                          std::to_string(colonne) + " : un dump est un texte UTF-8");
+  }
   json racine;
   try {
     racine = json::parse(texte.begin(), texte.end(), surveille);
@@ -188,6 +195,10 @@ Dump LitDump(std::string_view texte, const std::string& origine) {
     auto [ligne, colonne] = LigneColonne(texte, e.byte > 0 ? e.byte - 1 : 0);
     lecteur.Echec("", "JSON invalide à la ligne " + std::to_string(ligne) + ", colonne " +
                           std::to_string(colonne));
+  } catch (const json::exception&) {
+    // A number beyond any double ("1e999"): the reader gives up on it.
+    lecteur.Echec("", "un nombre est trop grand pour être lu (les valeurs d'un dump sont des "
+                      "textes entre guillemets)");
   }
   if (!racine.is_object()) {
     lecteur.Echec("",

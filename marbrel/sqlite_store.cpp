@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "marbrel/erreur.h"
+#include "marbrel/sqlite_ouverture.h"
 
 namespace marbrel {
 
@@ -46,25 +47,10 @@ class SqliteStore::Requete {
 
 SqliteStore::SqliteStore(const std::string& chemin, Mode mode)
     : chemin_(chemin), lecture_seule_(mode == Mode::LectureSeule) {
-  int flags = lecture_seule_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-  if (mode == Mode::Creation) flags |= SQLITE_OPEN_CREATE;
-  if (sqlite3_open_v2(chemin.c_str(), &db_, flags, nullptr) != SQLITE_OK) {
-    std::string raison = db_ ? sqlite3_errmsg(db_) : "mémoire insuffisante";
-    sqlite3_close(db_);
-    db_ = nullptr;
-    throw Erreur(ERR_BASE, "Impossible d'ouvrir la base " + chemin + " : " + raison + ".");
-  }
-  sqlite3_busy_timeout(db_, 5000);
-  if (mode == Mode::Creation) {
-    Execute(
-        "CREATE TABLE IF NOT EXISTS fichiers (nom BLOB PRIMARY KEY) WITHOUT ROWID;"
-        "CREATE TABLE IF NOT EXISTS enregistrements ("
-        " fichier BLOB NOT NULL, cle BLOB NOT NULL, texte BLOB NOT NULL,"
-        " PRIMARY KEY (fichier, cle)) WITHOUT ROWID;");
-  }
-  // A file that is not one of our stores is refused here rather than later.
-  Requete verif(*this, "SELECT count(*) FROM fichiers");
-  verif.Pas();
+  // The opening closes its connection itself when it fails.
+  db_ = OuvreFichierSqlite(chemin, mode == Mode::LectureSeule      ? ModeOuverture::LectureSeule
+                                   : mode == Mode::LectureEcriture ? ModeOuverture::LectureEcriture
+                                                                   : ModeOuverture::Creation);
 }
 
 SqliteStore::~SqliteStore() {
@@ -73,16 +59,17 @@ SqliteStore::~SqliteStore() {
 }
 
 void SqliteStore::Echec(const std::string& quoi) const {
-  throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " (" + quoi +
-                             ") : " + (db_ ? sqlite3_errmsg(db_) : "base fermée") + ".");
+  throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " (" + quoi + ") : " +
+                             (db_ ? RaisonSqlite(db_, sqlite3_errcode(db_)) : "base fermée") +
+                             ".");
 }
 
 void SqliteStore::Execute(const char* sql) {
   char* message = nullptr;
-  if (sqlite3_exec(db_, sql, nullptr, nullptr, &message) != SQLITE_OK) {
-    std::string raison = message ? message : "inconnue";
+  const int rc = sqlite3_exec(db_, sql, nullptr, nullptr, &message);
+  if (rc != SQLITE_OK) {
     sqlite3_free(message);
-    throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " : " + raison + ".");
+    throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " : " + RaisonSqlite(db_, rc) + ".");
   }
 }
 
