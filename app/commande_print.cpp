@@ -291,8 +291,9 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
     if (envoi.Explique(i.message)) continue;
     ++incidents;
     if (i.section == "Fin du document") document_perdu = true;
-    std::cerr << "vesko : échec dans " << i.section << " pour la fiche « " << texte::Visible(i.cle)
-              << " » : " << texte::Visible(i.message) << "\n";
+    std::cerr << "vesko : échec dans " << i.section;
+    if (!i.cle.empty()) std::cerr << " pour la fiche « " << texte::Visible(i.cle) << " »";
+    std::cerr << " : " << texte::Visible(i.message) << "\n";
   }
   switch (c.sortie) {
     case Sortie::Texte:
@@ -327,10 +328,9 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
       break;
   }
   if (incidents > 0) {
-    throw std::runtime_error(std::to_string(incidents) +
-                             " incident(s) pendant l'impression (ci-dessus) : " +
-                             (document_perdu ? "le document n'a pas été produit."
-                                             : "les dossiers sont incomplets."));
+    throw std::runtime_error(
+        std::to_string(incidents) + " incident(s) pendant l'impression (ci-dessus) : " +
+        (document_perdu ? "le document n'a pas été produit." : "les dossiers sont incomplets."));
   }
 }
 

@@ -197,8 +197,9 @@ Dump LitDump(std::string_view texte, const std::string& origine) {
                           std::to_string(colonne));
   } catch (const json::exception&) {
     // A number beyond any double ("1e999"): the reader gives up on it.
-    lecteur.Echec("", "un nombre est trop grand pour être lu (les valeurs d'un dump sont des "
-                      "textes entre guillemets)");
+    lecteur.Echec("",
+                  "un nombre est trop grand pour être lu (les valeurs d'un dump sont des "
+                  "textes entre guillemets)");
   }
   if (!racine.is_object()) {
     lecteur.Echec("",

@@ -53,7 +53,9 @@ namespace {
 }
 
 // Runs sql on db; the result code.
-int Execute(sqlite3* db, const char* sql) { return sqlite3_exec(db, sql, nullptr, nullptr, nullptr); }
+int Execute(sqlite3* db, const char* sql) {
+  return sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
+}
 
 // Checks that the store answers, which reads the file's header and tables: a
 // file that is not a store fails here. The result code.
@@ -108,8 +110,9 @@ sqlite3* OuvreFichierSqlite(const std::string& chemin, ModeOuverture mode) {
     if (rc != SQLITE_OK) echec(rc);
   }
   rc = Verifie(db);
-  if (lecture_seule && (sqlite3_extended_errcode(db) == SQLITE_READONLY_ROLLBACK ||
-                        sqlite3_extended_errcode(db) == SQLITE_READONLY_RECOVERY) &&
+  if (lecture_seule &&
+      (sqlite3_extended_errcode(db) == SQLITE_READONLY_ROLLBACK ||
+       sqlite3_extended_errcode(db) == SQLITE_READONLY_RECOVERY) &&
       access(chemin.c_str(), W_OK) == 0) {
     // A store made before WAL mode, left by a killed import: one read-write
     // opening undoes the unfinished write, then the reader opens again.

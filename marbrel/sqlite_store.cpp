@@ -60,8 +60,7 @@ SqliteStore::~SqliteStore() {
 
 void SqliteStore::Echec(const std::string& quoi) const {
   throw Erreur(ERR_BASE, "Erreur de la base " + chemin_ + " (" + quoi + ") : " +
-                             (db_ ? RaisonSqlite(db_, sqlite3_errcode(db_)) : "base fermée") +
-                             ".");
+                             (db_ ? RaisonSqlite(db_, sqlite3_errcode(db_)) : "base fermée") + ".");
 }
 
 void SqliteStore::Execute(const char* sql) {

@@ -102,8 +102,8 @@ FichierProvisoire::FichierProvisoire(std::string cible, std::string quoi)
       (dossier / ("." + chemin_cible.filename().string() + ".vesko-XXXXXX")).string();
   const int fd = mkstemp(modele.data());
   if (fd < 0) {
-    throw std::runtime_error("le " + quoi_ + " « " + cible_ + " » ne peut pas être écrit : " +
-                             RaisonSysteme(errno) + ".");
+    throw std::runtime_error("le " + quoi_ + " « " + cible_ +
+                             " » ne peut pas être écrit : " + RaisonSysteme(errno) + ".");
   }
   close(fd);
   chemin_ = modele;
@@ -151,9 +151,8 @@ void VerifiePdf(const std::string& chemin, const std::string& cible) {
   std::ifstream f(chemin, std::ios::binary | std::ios::ate);
   const std::streamoff taille = f ? static_cast<std::streamoff>(f.tellg()) : -1;
   auto incomplet = [&](const std::string& pourquoi) {
-    return std::runtime_error("le document destiné à « " + cible + " » est incomplet (" +
-                              pourquoi + ")" + SiDisquePlein(chemin) +
-                              " ; il n'a pas été utilisé.");
+    return std::runtime_error("le document destiné à « " + cible + " » est incomplet (" + pourquoi +
+                              ")" + SiDisquePlein(chemin) + " ; il n'a pas été utilisé.");
   };
   if (taille <= 0) throw incomplet("fichier vide");
   std::string debut(5, '\0');
@@ -178,8 +177,7 @@ void EcritFichierSur(const std::string& chemin, const std::string& contenu,
   provisoire.Remplace();
 }
 
-void CopieFichierSur(const std::string& source, const std::string& cible,
-                     const std::string& quoi) {
+void CopieFichierSur(const std::string& source, const std::string& cible, const std::string& quoi) {
   std::ifstream f(source, std::ios::binary);
   if (!f) throw std::runtime_error("le fichier « " + source + " » ne peut pas être lu.");
   const std::string contenu((std::istreambuf_iterator<char>(f)), {});
