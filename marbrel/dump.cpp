@@ -240,7 +240,10 @@ Dump LitDumpFichier(const std::string& chemin) {
 void Importe(Store& store, const std::vector<Dump>& dumps) {
   store.Transaction([&] {
     for (const Dump& dump : dumps) {
-      for (const auto& [fichier, enregistrements] : dump.fichiers) {
+      for (const auto& contenu : dump.fichiers) {
+        // Named, not bound: clang before 16 cannot capture a structured binding.
+        const std::string& fichier = contenu.first;
+        const Dump::Enregistrements& enregistrements = contenu.second;
         store.CreeFichier(fichier);
         std::size_t i = 0;
         store.EcritLot(fichier, [&](std::string& cle, std::string& texte) {

@@ -8,6 +8,9 @@ bool IsContinuation(unsigned char c) { return (c & 0xC0) == 0x80; }
 
 // Byte offset of the character at 0-based character index n (or s.size()).
 size_t ByteOffset(std::string_view s, long n) {
+  // Stray continuation bytes before the first character belong to it: a cut
+  // never drops them.
+  if (n <= 0) return 0;
   size_t i = 0;
   long seen = 0;
   while (i < s.size()) {
