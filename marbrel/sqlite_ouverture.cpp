@@ -134,6 +134,11 @@ sqlite3* OuvreFichierSqlite(const std::string& chemin, ModeOuverture mode) {
     if (rc == SQLITE_OK) rc = sqlite3_step(stmt) == SQLITE_ROW ? SQLITE_OK : sqlite3_errcode(db);
     sqlite3_finalize(stmt);
     if (rc != SQLITE_OK) echec(rc);
+    // The log and its index stay beside the file when the writer closes: a
+    // reader who may not write in the folder can then still open the store
+    // (SQLite reads a WAL store read-only only when both files exist).
+    int garde = 1;
+    sqlite3_file_control(db, "main", SQLITE_FCNTL_PERSIST_WAL, &garde);
   }
   return db;
 }

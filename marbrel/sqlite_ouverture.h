@@ -9,7 +9,9 @@
 // only a writer may undo. A store made before WAL mode, killed in an import,
 // still has such a journal: a read-only opening then undoes it through one
 // short read-write opening when the file allows it, and otherwise says what
-// happened and how to recover.
+// happened and how to recover. The log and its index ("FILE-wal",
+// "FILE-shm") are kept when a writer closes, so that a user who may read the
+// store but not write in its folder can still print from it.
 #pragma once
 
 #include <string>

@@ -42,6 +42,11 @@ std::string Phrase_Indispo(const std::string& fichier, const std::string& cle, l
 
 long Garde_Lignes_Du_Code(marbrel::TabDyn& resultat, const std::string& cle) {
   marbrel::TabDyn gardees;
+  // An empty code owns no row: its selection is the whole file, never printed.
+  if (cle.empty()) {
+    resultat = gardees;
+    return 0;
+  }
   long n = 0, ecartees = 0;
   for (long r = 1; r <= resultat.Compte(-1, -1); ++r) {
     const std::string ligne = resultat(r);

@@ -29,8 +29,8 @@ inline constexpr long kLongueurCleIndispo = 15;
 // Keeps in `resultat` (row r = attribute r, the key first) only the rows that
 // can be the person's own: a key longer than the fixed layout belongs to a
 // longer code that merely starts like `cle` ("000010" under "00001"). Shorter
-// keys are kept, so that the row fails on its times and is reported. Returns
-// the number of rows set aside.
+// keys are kept, so that the row fails on its times and is reported. An empty
+// code keeps no row. Returns the number of rows set aside.
 long Garde_Lignes_Du_Code(marbrel::TabDyn& resultat, const std::string& cle);
 
 // "0" → "LUNDI" ... "6" → "DIMANCHE"; anything else gives "".

@@ -198,6 +198,21 @@ TEST_F(Securite, APrintDuringAnImportReadsTheLastCommittedState) {
   EXPECT_EQ(r.erreurs.find("absente"), std::string::npos) << r.erreurs;
 }
 
+// A store shared read-only: a user who may read it but not write in its
+// folder still prints (the log and its index stay beside the file).
+TEST_F(Securite, AReaderWhoMayNotWriteInTheFolderStillReadsTheStore) {
+  if (getuid() != 0 || essai::Lance("su nobody -s /bin/sh -c true").statut != 0) {
+    GTEST_SKIP() << "il faut être root pour lancer vesko sous l'utilisateur nobody";
+  }
+  chmod(dossier.chemin.c_str(), 0755);
+  for (const auto& e : fs::directory_iterator(dossier.chemin)) chmod(e.path().c_str(), 0644);
+  const Resultat r = essai::Lance("su nobody -s /bin/sh -c \"" VESKO_BINARY_DIR
+                                  "/vesko select --db '" +
+                                  base + "' 'SELECT CIVILAIDE AVEC 0 = \\\"A0001\\\"'\"");
+  EXPECT_EQ(r.statut, 0) << r.erreurs;
+  EXPECT_EQ(r.sortie, "A0001\n");
+}
+
 TEST_F(Securite, BadInputIsNamedInFrenchWithoutHangingOrEchoingControlCharacters) {
   const std::string fifo = dossier / "tube";
   ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
@@ -210,7 +225,8 @@ TEST_F(Securite, BadInputIsNamedInFrenchWithoutHangingOrEchoingControlCharacters
   EXPECT_EQ(r.erreurs, "vesko : " + (dossier / "grand.json") +
                            " : un nombre est trop grand pour être lu (les valeurs d'un dump sont "
                            "des textes entre guillemets).\n");
-  r = Vesko("import", Ecrit("nul.json", std::string("{\"TABLES\": {}}\0{\"X\": 1}", 25)));
+  static const char kNul[] = "{\"TABLES\": {}}\0{\"X\": 1}";
+  r = Vesko("import", Ecrit("nul.json", std::string(kNul, sizeof kNul - 1)));
   EXPECT_EQ(r.erreurs, "vesko : " + (dossier / "nul.json") +
                            " : octet nul à la ligne 1, colonne 15 : un dump est un texte UTF-8.\n");
 

@@ -79,7 +79,7 @@ TEST(Confidentialite, EveryDossierHoldsOnlyItsOwnPersonsMarks) {
       }
     }
     if (p.code.empty()) {
-      EXPECT_TRUE(refusees.empty());
+      EXPECT_TRUE(b.Controle().Incidents().empty());
     } else if (p.isolable) {
       EXPECT_TRUE(refusees.empty());
       for (const char* quoi : {"AIDANT", "OBS"}) {
