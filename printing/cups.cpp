@@ -323,20 +323,19 @@ class FichierTemporaire {
  public:
   FichierTemporaire() {
     std::string modele = (fs::temp_directory_path() / "vesko-travail-XXXXXX.pdf").string();
-    const int fd = mkstemps(modele.data(), 4);
-    if (fd < 0) {
+    // Recorded as it is made: an interruption removes it (the drawing of a
+    // dossier must not outlive the run).
+    chemin_ = CreeProvisoire(modele, 4);
+    if (chemin_.empty()) {
       throw std::runtime_error("impossible de créer le fichier temporaire de l'impression dans " +
-                               fs::temp_directory_path().string() + ".");
+                               fs::temp_directory_path().string() + " : " + RaisonSysteme(errno) +
+                               ".");
     }
-    close(fd);
-    chemin_ = modele;
-    // The drawing of a dossier must not outlive an interrupted run.
-    InscritProvisoire(chemin_);
   }
   ~FichierTemporaire() {
+    OublieProvisoire(chemin_);
     std::error_code ignore;
     fs::remove(chemin_, ignore);
-    OublieProvisoire(chemin_);
   }
   const std::string& Chemin() const { return chemin_; }
 

@@ -4,7 +4,9 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <climits>
+#include <cstdlib>
 #include <cstring>
 
 namespace printing {
@@ -31,6 +33,22 @@ void Interrompu(int signal) {
 }
 
 }  // namespace
+
+std::string CreeProvisoire(std::string modele, int suffixe) {
+  sigset_t interruptions, avant;
+  sigemptyset(&interruptions);
+  for (int s : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&interruptions, s);
+  sigprocmask(SIG_BLOCK, &interruptions, &avant);
+  const int fd = mkstemps(modele.data(), suffixe);
+  const int erreur = errno;
+  if (fd >= 0) {
+    close(fd);
+    InscritProvisoire(modele);
+  }
+  sigprocmask(SIG_SETMASK, &avant, nullptr);
+  errno = erreur;
+  return fd >= 0 ? modele : std::string();
+}
 
 bool InscritProvisoire(const std::string& chemin) {
   if (chemin.size() >= PATH_MAX) return false;

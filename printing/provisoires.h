@@ -8,6 +8,12 @@
 
 namespace printing {
 
+// Creates a file from modele (mkstemps: "XXXXXX" then suffixe characters),
+// mode 0600 less the umask, and records it, with INT, TERM and HUP held off
+// in between so that no signal can leave it unrecorded. The path, or "" with
+// errno set when the file cannot be created.
+std::string CreeProvisoire(std::string modele, int suffixe);
+
 // Records chemin; false when the table (a few dozen entries) is full, in
 // which case the file is still removed by its owner but not by a signal.
 bool InscritProvisoire(const std::string& chemin);

@@ -100,20 +100,17 @@ FichierProvisoire::FichierProvisoire(std::string cible, std::string quoi)
   // Hidden, and beside the target: the rename stays on one disk.
   std::string modele =
       (dossier / ("." + chemin_cible.filename().string() + ".vesko-XXXXXX")).string();
-  const int fd = mkstemp(modele.data());
-  if (fd < 0) {
+  chemin_ = CreeProvisoire(modele, 0);
+  if (chemin_.empty()) {
     throw std::runtime_error("le " + quoi_ + " « " + cible_ +
                              " » ne peut pas être écrit : " + RaisonSysteme(errno) + ".");
   }
-  close(fd);
-  chemin_ = modele;
-  InscritProvisoire(chemin_);
 }
 
 FichierProvisoire::~FichierProvisoire() {
   if (remplace_) return;
-  unlink(chemin_.c_str());
   OublieProvisoire(chemin_);
+  unlink(chemin_.c_str());
 }
 
 void FichierProvisoire::Ecrit(const std::string& contenu) {

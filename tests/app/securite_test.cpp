@@ -206,9 +206,9 @@ TEST_F(Securite, AReaderWhoMayNotWriteInTheFolderStillReadsTheStore) {
   }
   chmod(dossier.chemin.c_str(), 0755);
   for (const auto& e : fs::directory_iterator(dossier.chemin)) chmod(e.path().c_str(), 0644);
-  const Resultat r = essai::Lance("su nobody -s /bin/sh -c \"" VESKO_BINARY_DIR
-                                  "/vesko select --db '" +
-                                  base + "' 'SELECT CIVILAIDE AVEC 0 = \\\"A0001\\\"'\"");
+  const Resultat r =
+      essai::Lance("su nobody -s /bin/sh -c \"" VESKO_BINARY_DIR "/vesko select --db '" + base +
+                   "' 'SELECT CIVILAIDE AVEC 0 = \\\"A0001\\\"'\"");
   EXPECT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_EQ(r.sortie, "A0001\n");
 }
