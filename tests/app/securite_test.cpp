@@ -181,7 +181,8 @@ TEST_F(Securite, AnInterruptedPrintRemovesItsTemporaryFileAndKeepsTheTarget) {
 }
 
 // An import holding the store: a print reads the last committed state
-// beside it, without waiting and without the unfinished write.
+// beside it, without waiting and without the unfinished write; another
+// import waits, then reports the store busy.
 TEST_F(Securite, APrintDuringAnImportReadsTheLastCommittedState) {
   sqlite3* ecrivain = nullptr;
   ASSERT_EQ(sqlite3_open(base.c_str(), &ecrivain), SQLITE_OK);
@@ -192,10 +193,17 @@ TEST_F(Securite, APrintDuringAnImportReadsTheLastCommittedState) {
             SQLITE_OK);
   const Resultat r =
       Vesko("print", "--type AIDE --date 2024-03-15 --text '" + (dossier / "d.txt") + "' A0001");
+  // A second writer waits for the first, then says why it gives up.
+  const Resultat import = Vesko("import", Ecrit("un.json", R"({"TABLES": {"X": ["x"]}})"));
   sqlite3_exec(ecrivain, "ROLLBACK", nullptr, nullptr, nullptr);
   sqlite3_close(ecrivain);
   EXPECT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_EQ(r.erreurs.find("absente"), std::string::npos) << r.erreurs;
+  EXPECT_EQ(import.statut, 1);
+  EXPECT_NE(import.erreurs.find("la base est occupée par une autre écriture (un import ?) depuis "
+                                "plus de 5 secondes"),
+            std::string::npos)
+      << import.erreurs;
 }
 
 // A store shared read-only: a user who may read it but not write in its
