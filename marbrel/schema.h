@@ -7,38 +7,15 @@
 
 namespace marbrel {
 
-inline constexpr std::array<std::string_view, 33> kFichiersVesko = {"ACTIVITES",
-                                                                    "AIDEDETAILTACHE",
-                                                                    "ANTENNEMEDICALE",
-                                                                    "BESOINSAIDE",
-                                                                    "BIC",
-                                                                    "BLOCNOTAIDANT",
-                                                                    "BLOCNOTAIDE",
-                                                                    "CAPIMPAIDANT",
-                                                                    "CENTREMEDICAL",
-                                                                    "CIVILAIDANT",
-                                                                    "CIVILAIDE",
-                                                                    "ELTSFACTAIDE",
-                                                                    "ENVIRONAIDE",
-                                                                    "ETRANGER",
-                                                                    "FICHEMEDAIDE",
-                                                                    "FORMEXPAIDANT",
-                                                                    "INFOSAIDANT",
-                                                                    "INTERVENANTEXT",
-                                                                    "ORIGINEAIDE",
-                                                                    "QUARTIER",
-                                                                    "RESPONSABLE",
-                                                                    "RIBAIDANT",
-                                                                    "SECTEUR",
-                                                                    "SOUSSECTEUR",
-                                                                    "TABLES",
-                                                                    "TPSAIDANTDISPO",
-                                                                    "TPSAIDANTINDISPO",
-                                                                    "TPSAIDEINDISPO",
-                                                                    "RESSOURCESAIDE",
-                                                                    "TACHE",
-                                                                    "TYPETACHE",
-                                                                    "GROUPETACHE",
-                                                                    "TPSINCOMPATIBILITES"};
+inline constexpr std::array<std::string_view, 33> kFichiersVesko = {
+    "ACTIVITES",        "AIDEDETAILTACHE", "ANTENNEMEDICALE",  "BESOINSAIDE",
+    "BIC",              "BLOCNOTAIDANT",   "BLOCNOTAIDE",      "CAPIMPAIDANT",
+    "CENTREMEDICAL",    "CIVILAIDANT",     "CIVILAIDE",        "ELTSFACTAIDE",
+    "ENVIRONAIDE",      "ETRANGER",        "FICHEMEDAIDE",     "FORMEXPAIDANT",
+    "INFOSAIDANT",      "INTERVENANTEXT",  "ORIGINEAIDE",      "QUARTIER",
+    "RESPONSABLE",      "RIBAIDANT",       "SECTEUR",          "SOUSSECTEUR",
+    "TABLES",           "TPSAIDANTDISPO",  "TPSAIDANTINDISPO", "TPSAIDEINDISPO",
+    "RESSOURCESAIDE",   "TACHE",           "TYPETACHE",        "GROUPETACHE",
+    "TPSINCOMPATIBILITES"};
 
 }  // namespace marbrel
