@@ -114,7 +114,7 @@ class Ctr_Vesko : public QWidget {
   // ---- Run state, read and written by the print routines. ----
   std::int16_t Un_Centimetre = 567;
   bool Cadre_Gauche = false;
-  std::int16_t Nb_Personne = 0;
+  std::int32_t Nb_Personne = 0;  // however many keys the host passes: never cut
   std::int32_t Index_Personne = 0;
   std::string Type_Dossier;
   std::int32_t Num_Page = 0;
