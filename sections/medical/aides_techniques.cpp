@@ -7,11 +7,9 @@
 
 namespace {
 
-// The label of an aid, looked up afresh each time; an unknown code gives the
-// label of the first free position of the table, normally empty.
+// The label of an aid, the table read afresh each time.
 std::string Libelle_Aide(const std::string& code) {
-  const TabDyn& table = db::Charge_Table("AIDETECHNIQUE");
-  return table(3, db::Position_Arret(table, code));
+  return db::Libelle_Table("AIDETECHNIQUE", code);
 }
 
 }  // namespace
