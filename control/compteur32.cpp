@@ -10,8 +10,8 @@ std::int32_t Entier32(long long n, const std::string& quoi) {
   constexpr long long kMax = std::numeric_limits<std::int32_t>::max();
   if (n < kMin || n > kMax) {
     throw std::overflow_error(quoi + " (" + std::to_string(n) +
-                              ") dépasse la limite d'un entier 32 bits (" +
-                              std::to_string(kMax) + ").");
+                              ") dépasse la limite d'un entier 32 bits (" + std::to_string(kMax) +
+                              ").");
   }
   return static_cast<std::int32_t>(n);
 }

@@ -20,10 +20,10 @@ TEST(ImpressionLot, SeventyThousandKeysPrintSeventyThousandDossiers) {
     for (long i = 1; i <= kCles; ++i) cles << "S" << i << "\n";
   }
   // The keys on standard input, as a batch job pipes them.
-  const essai::Resultat r = essai::Lance(
-      "{ " VESKO_BINARY_DIR "/vesko print --db '" + base +
-      "' --type AIDANT --date 2024-03-15 --text '" + (dossier / "lot.txt") + "' - <'" +
-      (dossier / "cles.txt") + "'; }");
+  const essai::Resultat r =
+      essai::Lance("{ " VESKO_BINARY_DIR "/vesko print --db '" + base +
+                   "' --type AIDANT --date 2024-03-15 --text '" + (dossier / "lot.txt") + "' - <'" +
+                   (dossier / "cles.txt") + "'; }");
   ASSERT_EQ(r.statut, 0) << r.erreurs.substr(0, 500);
 
   // Every dossier starts with its title; the last key is the last person.

@@ -58,8 +58,8 @@ TEST(Environnement, HandicapAndPermitCodesUnknownOrEmptyTakeTheLabelWhereTheScan
   b.Met("ETRANGER", "S0001", Rec({"Q"}));
   b.Imprime("AIDANT", {"S0001"});
   EXPECT_EQ(Tranche(Bloc(b, "HANDICAP"), 1, 5),
-            (V{" Catég. bénéficiaire  : Non renseigné CATHANDICAP", " Catég. handicap      : ",
-               " Placement antérieur  : Non renseigné PLACANT",
+            (V{" Catég. bénéficiaire  : Non renseigné CATHANDICAP",
+               " Catég. handicap      : ", " Placement antérieur  : Non renseigné PLACANT",
                " Situation antérieure : Non renseigné SITSAL"}));
   EXPECT_EQ(Bloc(b, "DETAIL ETRANGER").at(2), " Type carte           : Non renseigné TITRESSEJOUR");
 }
