@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 
+#include "control/compteur32.h"
 #include "control/ctr_vesko.h"
 #include "db/lecture.h"
 #include "db/variable.h"
@@ -164,7 +165,8 @@ void Ctr_Vesko::ImprimeDonnées(std::string& W_Code) {
     Cadre(W_PointDepart, lignes_entete + lignes_tranche, Liste_Taille_Col);
   };
 
-  Liste_Lignes_Restantes = static_cast<std::int32_t>(nb_lignes) - Liste_Lignes_Chunk;
+  Liste_Lignes_Restantes =
+      compteur::Entier32(nb_lignes, "Le nombre de lignes de la liste") - Liste_Lignes_Chunk;
   imprime_tranche();
   encadre(entetes);
 
