@@ -19,6 +19,7 @@
 #include "app/impression_queue.h"
 #include "control/ctr_vesko.h"
 #include "marbrel/base.h"
+#include "marbrel/marques.h"
 #include "marbrel/outils.h"
 #include "marbrel/visible.h"
 #include "printing/apercu.h"
@@ -270,8 +271,14 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   if (!o.date.empty()) controle.Fixe_Aujourdhui(aujourdhui);
   controle.TheClient(std::make_shared<marbrel::Client>());
   controle.TheDatabase(base);
-  marbrel::TabDyn liste;
-  for (size_t i = 0; i < cles.size(); ++i) liste.Remplace(static_cast<long>(i + 1), cles[i]);
+  // One key per attribute, joined in one pass: a batch of any size is built
+  // in a time proportional to it.
+  std::string texte_cles;
+  for (const std::string& cle : cles) {
+    if (&cle != &cles.front()) texte_cles += marbrel::AM;
+    texte_cles += cle;
+  }
+  marbrel::TabDyn liste(std::move(texte_cles));
   std::string type = o.type;
   controle.Edition(liste, type);
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDate>
 
+#include "control/compteur32.h"
 #include "db/lecture.h"
 #include "db/procedure.h"
 #include "db/variable.h"
@@ -52,9 +53,12 @@ void Ctr_Vesko::Edition(TabDyn& W_TabDyn, std::string& W_Type) {
   Cadre_Gauche = false;
   db::FixeAujourdhui(Aujourdhui());
 
-  // An empty W_TabDyn still gives one pass, for the key "".
-  Nb_Personne =
-      W_TabDyn.Extrait(-1, -1, -1).empty() ? 1 : static_cast<std::int16_t>(W_TabDyn.Compte(-1, -1));
+  // An empty W_TabDyn still gives one pass, for the key "". A batch too large
+  // to count is refused here, before the printer is chosen: never a count cut
+  // short that would print fewer dossiers than asked.
+  Nb_Personne = W_TabDyn.Vide() ? 1
+                                : compteur::Entier32(W_TabDyn.Compte(-1, -1),
+                                                     "Le nombre de personnes à imprimer");
 
   marbrel::Outils& outils = marbrel::Outils::Instance();
   std::string choix = outils.Choix_Imprimante("A4");

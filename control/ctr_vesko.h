@@ -114,7 +114,7 @@ class Ctr_Vesko : public QWidget {
   // ---- Run state, read and written by the print routines. ----
   std::int16_t Un_Centimetre = 567;
   bool Cadre_Gauche = false;
-  std::int16_t Nb_Personne = 0;
+  std::int32_t Nb_Personne = 0;  // however many keys the host passes: never cut
   std::int32_t Index_Personne = 0;
   std::string Type_Dossier;
   std::int32_t Num_Page = 0;
@@ -138,10 +138,10 @@ class Ctr_Vesko : public QWidget {
   std::int32_t Liste_Lignes_Restantes = 0;  // rows after the current chunk
   std::int32_t Liste_Index = 0;             // current row
   long long Liste_Total = 0;                // sum of a carer's values (hundredths)
-  bool Liste_Catalogue = false;  // rows are the task lines of Liste_Tache
-  bool Liste_Centiemes = false;  // a carer's values are stored in hundredths
-  std::string Code_Dossier;      // the person's key, kept by Capacite_Tache for the
-                                 // sections called without it
+  bool Liste_Catalogue = false;             // rows are the task lines of Liste_Tache
+  bool Liste_Centiemes = false;             // a carer's values are stored in hundredths
+  std::string Code_Dossier;                 // the person's key, kept by Capacite_Tache for the
+                                            // sections called without it
 
   // Task list built by Remplir_Liste_Tache for the tasks section.
   TabDyn Liste_Tache;

@@ -2,11 +2,14 @@
 // document.
 #include <QApplication>
 #include <QGuiApplication>
+#include <algorithm>
+#include <vector>
 
 #include "control/ctr_vesko.h"
 #include "db/lecture.h"
 #include "db/variable.h"
 #include "marbrel/erreur.h"
+#include "marbrel/marques.h"
 
 template <typename F>
 void Ctr_Vesko::Garde(const char* appel, const std::string& cle, F&& action) {
@@ -45,6 +48,26 @@ class AttenteVisible {
   bool curseur_ = false;
 };
 
+// Attributes 1 to n of the record, as Extrait(i, -1, -1) gives them ("" past
+// the end), in one pass over its text.
+std::vector<std::string> Attributs(const TabDyn& enregistrement, std::int32_t n) {
+  std::vector<std::string> attributs;
+  attributs.reserve(static_cast<size_t>(std::max<std::int32_t>(n, 0)));
+  const std::string& texte = enregistrement.Texte();
+  size_t debut = 0;
+  while (static_cast<std::int32_t>(attributs.size()) < n) {
+    if (debut > texte.size()) {
+      attributs.emplace_back();
+      continue;
+    }
+    size_t fin = texte.find(marbrel::AM, debut);
+    if (fin == std::string::npos) fin = texte.size();
+    attributs.push_back(texte.substr(debut, fin - debut));
+    debut = fin + 1;
+  }
+  return attributs;
+}
+
 }  // namespace
 
 void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
@@ -56,11 +79,15 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
     const bool aide = Type_Dossier == "AIDE";
     const bool aidant = Type_Dossier == "AIDANT";
 
+    // The keys are taken out of W_TabDyn once: reading attribute i walks the
+    // record from its start, which a batch of many thousand persons cannot
+    // afford some forty times per dossier.
+    const std::vector<std::string> cles = Attributs(W_TabDyn, Nb_Personne);
     for (std::int32_t i = 1; i <= Nb_Personne; ++i) {
       Index_Personne = i;
-      // The key is read afresh before each call that takes it: a section
+      // The key is given afresh to each call that takes it: a section
       // receives it by reference and must not change the next one's.
-      auto cle = [&]() { return W_TabDyn.Extrait(i, -1, -1); };
+      auto cle = [&]() { return cles[static_cast<size_t>(i - 1)]; };
       std::string code = cle();
       // Nothing read for the previous person may reach this one's dossier,
       // even when a read of this one fails and leaves its slot as it was.

@@ -1,5 +1,6 @@
 // The page header: the first page's with the dossier title, and the running
 // header of every following page.
+#include "control/compteur32.h"
 #include "control/ctr_vesko.h"
 #include "db/lecture.h"
 #include "db/variable.h"
@@ -38,10 +39,13 @@ void Ctr_Vesko::Entete_Page(std::string& W_Code) {
 }
 
 void Ctr_Vesko::NewPage(std::string& W_Code) {
+  // A page number that cannot grow is an error of the run, found before the
+  // page is ejected: never a page numbered back from the smallest integer.
+  const std::int32_t suivante = compteur::Suivant(Num_Page, "Le numéro de page");
   P().NewPage();
   P().Print(" ");
   P().Print(" ");
-  Num_Page += 1;
+  Num_Page = suivante;
   P().Print(LigneDate(Num_Page));
   P().Print(" ");
   P().Print(" ");

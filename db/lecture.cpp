@@ -54,8 +54,12 @@ std::string Libelle(const marbrel::TabDyn& table, const std::string& code) {
   return i == 0 ? "" : table(3, i);
 }
 
+std::string Libelle_Arret(const marbrel::TabDyn& table, const std::string& code) {
+  return table(3, Position_Arret(table, code));
+}
+
 std::string Libelle_Table(const std::string& code_table, const std::string& code) {
-  return Libelle(Charge_Table(code_table), code);
+  return Libelle_Arret(Charge_Table(code_table), code);
 }
 
 marbrel::Liste_Selection Selection(const std::string& phrase, const std::string& fichier,

@@ -19,22 +19,25 @@ marbrel::TabDyn& Lit(Fic fichier, const std::string& cle);
 // slot and returns the slot (empty when the table does not exist).
 marbrel::TabDyn& Charge_Table(const std::string& code_table);
 
-// The value position of code in a code table (codes in attribute 2, labels in
-// attribute 3): the scan stops at the code or at the first empty value; 0 when
-// the code is not there.
-long Position_Code(const marbrel::TabDyn& table, const std::string& code);
-
-// Where a section's scan of a code table stops: the position of code, or the
-// first position whose code is empty (the code is unknown). Sections that
-// print "the label at that position" read attribute 3 there, and may cut it in
-// memory at that same position.
+// Two lookups of a code in a code table (codes in attribute 2, labels in
+// attribute 3 at the same value positions); both scan positions 1, 2, ...
+// until the code or the first empty code.
+//
+// The label where the scan stops is what the sections print for a code:
+// the code's label, or for an unknown or empty code the label of the first
+// free position, which a table may fill ("Non renseigné", "Sans diplôme")
+// and which is normally empty. Position_Arret gives that position (a section
+// that cuts the label in memory cuts it there), Libelle_Arret its label and
+// Libelle_Table loads the table first.
 long Position_Arret(const marbrel::TabDyn& table, const std::string& code);
-
-// The label of code in a code table; "" when the code has no label.
-std::string Libelle(const marbrel::TabDyn& table, const std::string& code);
-
-// Loads the table and gives the label of code in it.
+std::string Libelle_Arret(const marbrel::TabDyn& table, const std::string& code);
 std::string Libelle_Table(const std::string& code_table, const std::string& code);
+
+// The strict lookup of the framed lists, whose unknown codes print no label:
+// the position of code, 0 when the scan stops on an empty code first.
+long Position_Code(const marbrel::TabDyn& table, const std::string& code);
+// The label at Position_Code; "" when the code is not there.
+std::string Libelle(const marbrel::TabDyn& table, const std::string& code);
 
 // Runs a selection described as a command record: the sentence, the file and
 // the fields wanted ("0 1 2", 0 = the key).

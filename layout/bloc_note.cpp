@@ -13,8 +13,9 @@ constexpr long kLargeur = 76;
 }  // namespace
 
 void Ctr_Vesko::Bloc_Note(TabDyn& W_Bloc, std::string& W_Code) {
-  // Nothing in the loop changes the record, so the text is read once.
-  const std::string notes = W_Bloc.Extrait(1, -1, -1);
+  // Nothing in the loop changes the record, so the text is read once. Notes
+  // held as several values start a new line at each, like a stored break.
+  const std::string notes = texte::Marques_En_Retours(W_Bloc.Extrait(1, -1, -1));
   const long longueur = texte::Len(notes);
   long i = 1;           // next character to print
   std::int32_t T = 0;   // lines printed by this block

@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 
+#include "control/compteur32.h"
 #include "control/ctr_vesko.h"
 #include "db/lecture.h"
 #include "db/variable.h"
@@ -144,22 +145,28 @@ void Ctr_Vesko::ImprimeDonnées(std::string& W_Code) {
     }
   }
 
+  // The line counter counts every row the list prints, on all its pages (the
+  // driver reads it to know whether the next section still fits); each
+  // chunk's frame is as high as that chunk's own rows.
+  std::int32_t lignes_tranche = 0;
   auto imprime_tranche = [&]() {
-    Compteur_Ligne = 0;
+    lignes_tranche = 0;
     for (std::int32_t k = 0; k < Liste_Lignes_Chunk; ++k) {
       ++Liste_Index;
       if (auto rangee = ligne(Liste_Index)) {
         P().Print(*rangee);
+        ++lignes_tranche;
         ++Compteur_Ligne;
       }
     }
   };
   auto encadre = [&](std::int32_t lignes_entete) {
     Cadre_Gauche = true;
-    Cadre(W_PointDepart, lignes_entete + Compteur_Ligne, Liste_Taille_Col);
+    Cadre(W_PointDepart, lignes_entete + lignes_tranche, Liste_Taille_Col);
   };
 
-  Liste_Lignes_Restantes = static_cast<std::int32_t>(nb_lignes) - Liste_Lignes_Chunk;
+  Liste_Lignes_Restantes =
+      compteur::Entier32(nb_lignes, "Le nombre de lignes de la liste") - Liste_Lignes_Chunk;
   imprime_tranche();
   encadre(entetes);
 

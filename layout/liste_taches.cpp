@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "control/compteur32.h"
 #include "control/ctr_vesko.h"
 #include "db/lecture.h"
 #include "marbrel/marques.h"
@@ -47,7 +48,7 @@ void Ctr_Vesko::Remplir_Liste_Tache() {
       db::Selection("SSELECT GROUPETACHE PAR 2 PAR 1", "GROUPETACHE", "0 1 2");
   const marbrel::Liste_Selection taches =
       db::Selection("SSELECT TACHE PAR 2 PAR 1", "TACHE", "0 1 2");
-  Nb_Tache = static_cast<std::int32_t>(taches.DCount());
+  Nb_Tache = compteur::Entier32(taches.DCount(), "Le nombre de tâches du catalogue");
   // The caller prints the list from these two counters.
   Liste_Nb_Ligne = Nb_Tache;
   Liste_Lignes_Restantes = Nb_Tache;

@@ -30,8 +30,10 @@ void Decoupe_Ligne(const std::string& ligne, long largeur, const Regle_Coupure& 
 
 }  // namespace
 
-std::vector<std::string> Decoupe_Texte(const std::string& texte, long largeur,
+std::vector<std::string> Decoupe_Texte(const std::string& stocke, long largeur,
                                        const Regle_Coupure& coupure) {
+  // A text held as several values starts a new line at each of them.
+  const std::string texte = texte::Marques_En_Retours(stocke);
   std::vector<std::string> lignes;
   std::size_t debut = 0;
   while (debut < texte.size()) {

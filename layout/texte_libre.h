@@ -14,7 +14,7 @@ namespace mise_en_page {
 using Regle_Coupure = std::function<std::int32_t(const std::string&)>;
 
 // The printed lines of texte, in order. Every stored line starts a new printed
-// line; an empty stored line gives one empty piece, and the CR LF that ends
+// line, and so does every value or sub-value of a text held as several; an empty stored line gives one empty piece, and the CR LF that ends
 // the text gives no line of its own. A stored line longer than largeur is cut
 // into pieces of at most largeur characters: the rest is taken whole when it
 // fits, otherwise the next largeur characters are cut where coupure says (at

@@ -41,4 +41,14 @@ long InStr(long start, std::string_view s, std::string_view needle);
 // Upper case of ASCII letters only; accents are left as they are.
 std::string UpperAscii(std::string_view s);
 
+// A text as one printed line may hold it: each mark of the store (values
+// joined by a space) and each control character becomes one space (a stored
+// CR LF pair one space too), and every byte that is not part of well-formed
+// UTF-8 becomes U+FFFD. The result is valid UTF-8 whatever the input.
+std::string Sur_Une_Ligne(std::string_view s);
+
+// A stored text to be wrapped: each mark of the store starts a new line, as a
+// stored line break (CR LF) does.
+std::string Marques_En_Retours(std::string_view s);
+
 }  // namespace texte

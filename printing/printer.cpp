@@ -30,13 +30,16 @@ void Printer::Print(const std::string& texte, bool fin_de_ligne) {
   if (hauteur_ligne_courante_ == 0 && y_ > 0 && y_ + hauteur > papier_.HauteurImprimable() + 0.5) {
     NewPage();
   }
-  surface_->Texte(x_, y_, police_, texte);
+  // Nothing but printable text reaches a surface: the store's marks and
+  // control characters print as spaces, stray bytes as U+FFFD (texte.h).
+  const std::string imprimable = texte::Sur_Une_Ligne(texte);
+  surface_->Texte(x_, y_, police_, imprimable);
   if (fin_de_ligne) {
     x_ = 0;
     y_ += hauteur;
     hauteur_ligne_courante_ = 0;
   } else {
-    x_ += LargeurCaractere(police_.taille) * static_cast<double>(texte::Len(texte));
+    x_ += LargeurCaractere(police_.taille) * static_cast<double>(texte::Len(imprimable));
     hauteur_ligne_courante_ = hauteur;
   }
 }

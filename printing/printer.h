@@ -46,7 +46,9 @@ class Printer {
   int DrawWidth() const { return largeur_trait_; }
 
   // Prints texte at the current position; with fin_de_ligne the position goes
-  // to the start of the next line, otherwise it stays after the text.
+  // to the start of the next line, otherwise it stays after the text. The text
+  // is printed as texte::Sur_Une_Ligne makes it: never a mark of the store, a
+  // control character or a byte that is not UTF-8.
   void Print(const std::string& texte = "", bool fin_de_ligne = true);
   // A line from (x1, y1) to (x2, y2) with the current width.
   void Line(double x1, double y1, double x2, double y2);

@@ -32,6 +32,9 @@ class Analyseur {
       q.a_criteres = true;
     }
     Tris(q);
+    if (Courant().sorte == Sorte::Fermante) {
+      ErreurRequete(phrase_, Courant().position, "Parenthèse fermante sans parenthèse ouverte");
+    }
     if (Courant().sorte != Sorte::Fin) {
       Echec(Courant(), "AVEC, PAR, AND, OR ou fin de phrase attendu");
     }
@@ -145,32 +148,54 @@ class Analyseur {
     return et;
   }
 
+  // A group, or a clause; AVEC (or WITH) may stand before either, and once
+  // one AVEC has been read a clause may name its field alone.
   Critere Primaire() {
-    const Lexeme& l = Courant();
-    if (l.sorte == Sorte::Ouvrante) {
-      std::size_t ouverte = l.position;
+    if (EstAvec(Courant())) {
       Avance();
-      Critere dedans = Disjonction();
-      if (Courant().sorte != Sorte::Fermante) {
-        if (Courant().sorte == Sorte::Fin) {
-          ErreurRequete(phrase_, ouverte, "Parenthèse ouverte sans parenthèse fermante");
-        }
-        Echec(Courant(), "« ) » attendue");
-      }
-      Avance();
-      return dedans;
+      avec_lu_ = true;
+      if (Courant().sorte == Sorte::Ouvrante) return Groupe();
+      return Clause("Champ ou « ( » attendu après AVEC");
     }
-    if (!EstAvec(l)) Echec(l, "AVEC ou « ( » attendu");
+    if (Courant().sorte == Sorte::Ouvrante) return Groupe();
+    if (avec_lu_ && EstNom(Courant())) return Clause("Champ attendu");
+    Echec(Courant(), "AVEC ou « ( » attendu");
+  }
+
+  Critere Groupe() {
+    const std::size_t ouverte = Courant().position;
     Avance();
+    if (Courant().sorte == Sorte::Fermante) {
+      ErreurRequete(phrase_, ouverte,
+                    "Groupe vide : une condition est attendue entre les parenthèses");
+    }
+    if (Courant().sorte == Sorte::Fin) {
+      ErreurRequete(phrase_, ouverte, "Parenthèse ouverte sans parenthèse fermante");
+    }
+    Critere dedans = Disjonction();
+    if (Courant().sorte != Sorte::Fermante) {
+      if (Courant().sorte == Sorte::Fin) {
+        ErreurRequete(phrase_, ouverte, "Parenthèse ouverte sans parenthèse fermante");
+      }
+      Echec(Courant(), "« ) » attendue");
+    }
+    Avance();
+    return dedans;
+  }
+
+  Critere Clause(const std::string& attendu) {
+    if (Courant().sorte == Sorte::Fermante) {
+      ErreurRequete(phrase_, Courant().position, attendu + " avant « ) »");
+    }
     Critere clause;
     clause.sorte = Critere::Sorte::Clause;
-    clause.champ = Nom("Champ attendu après AVEC");
+    clause.champ = Nom(attendu);
     const Lexeme& apres = Courant();
     if (apres.sorte == Sorte::Litteral || OperateurDe(apres)) {
       Operateur precedent = Operateur::Egal;
       clause.condition = Alternatives(precedent);
     } else {
-      // AVEC field alone: the field holds something.
+      // A field alone: the field holds something.
       clause.condition.op = Operateur::Different;
     }
     return clause;
@@ -220,6 +245,7 @@ class Analyseur {
   std::string_view phrase_;
   std::vector<Lexeme> lexemes_;
   std::size_t i_ = 0;
+  bool avec_lu_ = false;  // an AVEC has come: a field may open a clause alone
 };
 
 }  // namespace

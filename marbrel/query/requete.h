@@ -8,8 +8,10 @@
 //   sort       := (PAR | BY) field
 //   criteria   := conj { OR conj }                  AND binds tighter than OR
 //   conj       := primary { AND primary }
-//   primary    := "(" criteria ")" | clause
-//   clause     := (AVEC | WITH) field [ alts ]      no comparison: field # ""
+//   primary    := [ AVEC | WITH ] ( "(" criteria ")" | clause )
+//   clause     := field [ alts ]                    no comparison: field # ""
+//                                                   a field with no AVEC before
+//                                                   it only after a first AVEC
 //   alts       := alt_conj { OR alt_conj }          same precedence inside
 //   alt_conj   := alt { AND alt }
 //   alt        := operator literal | literal        a bare literal repeats the
@@ -21,7 +23,9 @@
 // A connective (AND, OR) followed directly by an operator or a literal continues
 // the clause before it, on the same field: AVEC 1 >= "21500" OR = "" is one
 // clause, true when attribute 1 is at least 21500 or empty. A connective
-// followed by AVEC or "(" joins two criteria.
+// followed by AVEC, "(" or a field joins two criteria: AVEC (1 = "1" OR
+// 2 = "1") AND 3 = "1", as multivalue users write it, is the same as
+// (AVEC 1 = "1" OR AVEC 2 = "1") AND AVEC 3 = "1".
 //
 // Keywords and operator words are recognised in any letter case; file and
 // dictionary names are taken verbatim.

@@ -1,6 +1,7 @@
 // A carer's capacities and behaviour marks, a care recipient's tasks to do
 // and behaviour: each a framed list printed by ImprimeDonnées, a carer's
 // followed by its total.
+#include "control/compteur32.h"
 #include "control/ctr_vesko.h"
 #include "db/code_personne.h"
 #include "db/lecture.h"
@@ -54,7 +55,7 @@ void Ctr_Vesko::Capacite_Tache(std::string& W_Code) {
     Liste_Source = db::Lit(Fic::CAPIMPAIDANT, W_Code + "C" + Variable::Principal(49));
     Liste_Attribut = 2;
     W_PointDepart = Monnaie::De(P().CurrentY());
-    Liste_Nb_Ligne = static_cast<std::int32_t>(Liste_Source.DCount());
+    Liste_Nb_Ligne = compteur::Entier32(Liste_Source.DCount(), "Le nombre de capacités");
     Liste_Type = 2;
     // Capacities are times, stored in hundredths of an hour.
     Liste_Centiemes = true;
@@ -89,11 +90,11 @@ void Ctr_Vesko::Comportement() {
   if (aidant) {
     Liste_Source = db::Lit(Fic::CAPIMPAIDANT, W_Code + "I" + Variable::Principal(50));
     Liste_Attribut = 2;
-    Liste_Nb_Ligne = static_cast<std::int32_t>(Liste_Source.DCount());
+    Liste_Nb_Ligne = compteur::Entier32(Liste_Source.DCount(), "Le nombre de notes");
     Liste_Type = 2;
   } else {
     Liste_Attribut = 14;
-    Liste_Nb_Ligne = static_cast<std::int32_t>(Liste_Source.DCount(14));
+    Liste_Nb_Ligne = compteur::Entier32(Liste_Source.DCount(14), "Le nombre de notes");
     Liste_Type = 1;
   }
   W_PointDepart = Monnaie::De(P().CurrentY());

@@ -20,19 +20,6 @@ constexpr long kFormations = 10;
 constexpr long kExperiences = 7;
 constexpr long kActivites = 6;
 
-// Where the scan of a code table stops: at the code, or at the first empty
-// code. The label printed is the one at that position, so a code missing from
-// the table gives the label of the first free position, normally empty.
-long Position_Arret(const TabDyn& table, const std::string& code) {
-  long i = 0;
-  std::string valeur;
-  do {
-    ++i;
-    valeur = table(2, i);
-  } while (valeur != code && !valeur.empty());
-  return i;
-}
-
 std::string Diplome_Ou_Niveau(const std::string& code) {
   const std::string etiquette = mise_en_page::Etiquette("Diplôme / Niveau");
   if (code == "D") return etiquette + "Diplôme";
@@ -49,7 +36,7 @@ void Ctr_Vesko::Formation(std::string& W_Code) {
   Titre("FORMATION");
 
   TabDyn& diplomes = db::Charge_Table("DIPLOMES");
-  std::string etudes = diplomes(3, Position_Arret(diplomes, formexp(2)));
+  std::string etudes = db::Libelle_Arret(diplomes, formexp(2));
   P().Print(mise_en_page::Etiquette("Etudes") + etudes + Space(30 - Len(etudes)) +
             " Année         : " + formexp(3));
   P().Print(Diplome_Ou_Niveau(formexp(1)));
@@ -82,7 +69,7 @@ void Ctr_Vesko::Formation(std::string& W_Code) {
     P().Print(date.empty() ? Space(21) : Space(9) + outils.Date_Externe(date) + Space(2), false);
     // Long labels are cut in the table held in memory, so the carer's later
     // trainings of the same kind find the short text.
-    std::string libelle = mise_en_page::Coupe(formpro, 3, Position_Arret(formpro, code), 26);
+    std::string libelle = mise_en_page::Coupe(formpro, 3, db::Position_Arret(formpro, code), 26);
     P().Print(libelle + Space(28 - Len(libelle)), false);
     P().Print(colonne_heures(j), false);
     P().Print(mise_en_page::Coupe(formexp, 8, j, 17));

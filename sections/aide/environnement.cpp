@@ -10,28 +10,14 @@
 using mise_en_page::Etiquette;
 using mise_en_page::Ligne;
 
-namespace {
-
-// The label where the scan of the current code table stops for code: an
-// unknown or empty code gives the label of the first free position, normally
-// empty.
-std::string Libelle_Arret(const std::string& code) {
-  const TabDyn& table = Variable::Tables;
-  return table(3, db::Position_Arret(table, code));
-}
-
-}  // namespace
-
 void Ctr_Vesko::Habitat(std::string& W_Code) {
   printing::Printer& p = P();
   Titre("HABITAT");
   const TabDyn& environnement = db::Lit(Fic::ENVIRONAIDE, W_Code);
 
-  db::Charge_Table("QUALITEOCCUPANT");
-  Ligne(p, "Qualité occupant", Libelle_Arret(environnement(1)));
+  Ligne(p, "Qualité occupant", db::Libelle_Table("QUALITEOCCUPANT", environnement(1)));
   Ligne(p, "Nombre pièces", environnement(2));
-  db::Charge_Table("DESCRIPLOGEMENT");
-  Ligne(p, "Type habitat", Libelle_Arret(environnement(3)));
+  Ligne(p, "Type habitat", db::Libelle_Table("DESCRIPLOGEMENT", environnement(3)));
 
   // Always four conditions, two to a line in 31-character columns, the second
   // line under the first: the block keeps its two lines even when empty.

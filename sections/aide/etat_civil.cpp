@@ -137,7 +137,7 @@ void Ctr_Vesko::Etat_Civil() {
     // An unknown or empty code prints the label where the scan stops, which
     // is normally empty.
     const TabDyn& table = db::Charge_Table("SITSOCIOPROF");
-    Ligne(p, "Situation socio-prof", table(3, db::Position_Arret(table, fiche(42))));
+    Ligne(p, "Situation socio-prof", db::Libelle_Arret(table, fiche(42)));
     Conjoint_Aide();
     Autres_Personnes_Foyer();
     return;

@@ -30,10 +30,7 @@ void Ctr_Vesko::Origine_Dossier(std::string& W_Code) {
 
   Ligne(P(), "Date 1er contact", marbrel::Outils::Instance().Date_Externe(origine(1)));
   Ligne(P(), "Type du contact", origine(2));
-  // An unknown code stops the scan on the first free position, whose label is
-  // normally empty.
-  const TabDyn& table = db::Charge_Table("ORIGINECONTACT");
-  Ligne(P(), "Origine contact", table(3, db::Position_Arret(table, origine(3))));
+  Ligne(P(), "Origine contact", db::Libelle_Table("ORIGINECONTACT", origine(3)));
 
   std::int32_t attribut = 4;
   std::string libelle = mise_en_page::Etiquette("Nom du contact");

@@ -7,11 +7,9 @@
 
 namespace {
 
-// The label of an aid, looked up afresh each time; an unknown code gives the
-// label of the first free position of the table, normally empty.
+// The label of an aid, the table read afresh each time.
 std::string Libelle_Aide(const std::string& code) {
-  const TabDyn& table = db::Charge_Table("AIDETECHNIQUE");
-  return table(3, db::Position_Arret(table, code));
+  return db::Libelle_Table("AIDETECHNIQUE", code);
 }
 
 }  // namespace
@@ -19,14 +17,16 @@ std::string Libelle_Aide(const std::string& code) {
 void Ctr_Vesko::Aide_Technique() {
   Titre("AIDES TECHNIQUES");
   const TabDyn& environnement = Variable::Enregistrement(Fic::ENVIRONAIDE);
+  // Always three lines of two aids, laid out like the activities: an empty
+  // left column prints nothing at all, so an aid alone on the right starts
+  // its line; an empty right column ends the line with one space.
   for (long j = 1; j <= 5; j += 2) {
     const std::string gauche = environnement(19, j);
     const std::string droite = environnement(19, j + 1);
-    // A pair with neither aid prints nothing; an aid alone on the right keeps
-    // its column behind an empty left one.
-    if (gauche.empty() && droite.empty()) continue;
-    const std::string libelle = gauche.empty() ? "" : Libelle_Aide(gauche);
-    P().Print(" " + libelle + texte::Space(40 - texte::Len(libelle)), false);
+    if (!gauche.empty()) {
+      const std::string libelle = Libelle_Aide(gauche);
+      P().Print(" " + libelle + texte::Space(40 - texte::Len(libelle)), false);
+    }
     P().Print(droite.empty() ? " " : Libelle_Aide(droite));
   }
 }

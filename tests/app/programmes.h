@@ -24,6 +24,29 @@ struct Dossier {
   std::error_code ignore;
 };
 
+// The developer's own settings never reach a test: this program's HOME, XDG
+// folders and print-client configuration (~/.cups/lpoptions with its default
+// printer, client.conf, /etc/cups) are empty folders of its own, and no print
+// server answers until a test starts its private one (serveur_cups.h). Done
+// once, before main, for the program and every command it runs.
+inline void MaisonPrivee() {
+  static const Dossier maison;
+  static const bool faite = [] {
+    std::filesystem::create_directories(maison / "cups");
+    setenv("HOME", maison.chemin.c_str(), 1);
+    setenv("XDG_CONFIG_HOME", (maison / "config").c_str(), 1);
+    setenv("XDG_DATA_HOME", (maison / "data").c_str(), 1);
+    setenv("XDG_CACHE_HOME", (maison / "cache").c_str(), 1);
+    setenv("CUPS_SERVERROOT", (maison / "cups").c_str(), 1);
+    setenv("CUPS_SERVER", (maison / "aucun-serveur.sock").c_str(), 1);
+    unsetenv("PRINTER");
+    unsetenv("LPDEST");
+    return true;
+  }();
+  (void)faite;
+}
+inline const bool maison_privee = (MaisonPrivee(), true);
+
 inline std::string Lit(const std::string& chemin) {
   std::ifstream flux(chemin, std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(flux), {});
@@ -49,6 +72,7 @@ inline Resultat Vesko(const std::string& arguments) {
 
 // Widgets, the print dialog and QPdfWriter need one, made once per program.
 inline QApplication& Application() {
+  MaisonPrivee();
   static int argc = 1;
   static char nom[] = "essai", *argv[] = {nom, nullptr};
   static auto* application = new QApplication(argc, argv);

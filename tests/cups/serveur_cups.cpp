@@ -57,6 +57,7 @@ struct Serveur {
 } serveur;
 
 bool Prepare() {
+  essai::MaisonPrivee();  // the developer's lpoptions and client.conf stay unread
   const std::string& d = serveur.dossier;
   serveur.port = Prise(0, false);
   serveur.adresse = "127.0.0.1:" + std::to_string(serveur.port);
@@ -101,8 +102,6 @@ bool Prepare() {
     return false;
   }
   setenv("CUPS_SERVER", serveur.adresse.c_str(), 1);
-  unsetenv("PRINTER");
-  unsetenv("LPDEST");
   return true;
 }
 

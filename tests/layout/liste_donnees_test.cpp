@@ -144,3 +144,21 @@ TEST(ImprimeDonnees, AListOfTheOtherKindPrintsItsHeaderAndKeepsThePreviousChunk)
   ASSERT_EQ(l.Pages(), 2u);
   EXPECT_EQ(l.Textes(1).back(), Rangee("Trois", "3"));
 }
+
+TEST(ImprimeDonnees, TheLineCounterCountsEveryRowOfAListThatRunsOverTwoPages) {
+  // The driver reads the counter after the tasks to decide whether the next
+  // section still has room: a list ending on its second page counts both.
+  Liste l("AIDANT");
+  marbrel::TabDyn source, table;
+  for (long i = 1; i <= 80; ++i) {
+    for (auto* t : {&source, &table}) t->Remplace(2, i, "C" + std::to_string(i));
+    source.Remplace(3, i, "1");
+  }
+  table.Remplace(3, source(2));
+  l.Imprime(source, table);
+  ASSERT_EQ(l.Pages(), 2u);
+  EXPECT_EQ(l.C().Compteur_Ligne, 80);
+  // Each page's frame keeps its own height: the header and that page's rows.
+  EXPECT_NEAR(l.Cadres(0).at(0).lignes, 51, 1e-3);
+  EXPECT_NEAR(l.Cadres(1).at(0).lignes, 31, 1e-3);
+}

@@ -30,6 +30,20 @@ TEST_F(Requete, AndLieAvantOrEtLesParenthesesLeChangent) {
   EXPECT_EQ(ClesDe("select P with 1 eq \"A\" and with 2 gt \"50\""), (Cles{"K4"}));
 }
 
+TEST_F(Requete, UnGroupeApresAvecEtLesChampsQuiSuiventSansAvecImbriquesOuNon) {
+  // The form multivalue users write: one AVEC, then a group and clauses that
+  // name their field alone; the same selection as a group of whole clauses.
+  const Cles k3{"K3"};
+  EXPECT_EQ(ClesDe("SELECT P AVEC (1 = \"A\" OR 3 = \"Paris\") AND 2 = \"\""), k3);
+  EXPECT_EQ(ClesDe("SELECT P WITH (1 = \"A\" OR 3 = \"Paris\") AND WITH 2 = \"\""), k3);
+  EXPECT_EQ(ClesDe("SELECT P AVEC 1 = \"A\" OR 3 = \"Paris\" AND 2 = \"\""),
+            (Cles{"K1", "K3", "K4"}));
+  // Nested groups, and a group holding a clause that continues on its field.
+  EXPECT_EQ(ClesDe("SELECT P AVEC ((1 = \"A\" AND 2 > \"50\") OR (3 = \"Lyon\" OR \"Dunkerque\"))"),
+            (Cles{"K2", "K4", "K5"}));
+  EXPECT_EQ(ClesDe("SELECT P (AVEC (1 = \"B\") OR (3 = \"Lille\"))"), (Cles{"K2", "K4"}));
+}
+
 TEST_F(Requete, UnConnecteurSuiviDUneValeurContinueLaClauseDuMemeChamp) {
   // Attribute 2 >= 10 or empty: one clause, ANDed as a whole with the town.
   EXPECT_EQ(ClesDe("SELECT P AVEC 2 >= \"10\" OR = \"\" AND AVEC 3 = \"Paris\""), (Cles{"K3"}));

@@ -24,11 +24,24 @@ TEST_F(RequeteErreurs, UneFauteDeSyntaxeCiteLaPhraseEtDonneLaPosition) {
   EXPECT_CONTIENT(MessageDe("SSELECT P AVEC 1 = \"A"), "guillemet de fin à la position 20");
   EXPECT_CONTIENT(MessageDe("LISTE P"),
                   "SSELECT ou SELECT attendu (lu : « LISTE ») à la position 1");
-  // After a connector, a field opens a new clause only behind AVEC.
-  EXPECT_CONTIENT(MessageDe("SSELECT P AVEC 1 = \"A\" AND 1 = \"B\""),
-                  "AVEC ou « ( » attendu (lu : « 1 ») à la position 28");
+  // A field names its clause alone only once an AVEC has come before it.
+  EXPECT_CONTIENT(MessageDe("SSELECT P (1 = \"A\")"),
+                  "AVEC ou « ( » attendu (lu : « 1 ») à la position 12");
+  // Groups that do not close, close what was never opened, or hold nothing,
+  // nested or after AVEC, are pointed at.
   EXPECT_CONTIENT(MessageDe("SSELECT P (AVEC 1 = \"A\" OR AVEC 1 = \"B\""),
                   "Parenthèse ouverte sans parenthèse fermante à la position 11");
+  EXPECT_CONTIENT(MessageDe("SSELECT P AVEC ((1 = \"A\") OR 2 = \"B\""),
+                  "Parenthèse ouverte sans parenthèse fermante à la position 16");
+  EXPECT_CONTIENT(MessageDe("SSELECT P AVEC (1 = \"A\"))"),
+                  "Parenthèse fermante sans parenthèse ouverte à la position 25");
+  EXPECT_CONTIENT(
+      MessageDe("SSELECT P AVEC ( ) AND 1 = \"A\""),
+      "Groupe vide : une condition est attendue entre les parenthèses à la position 16");
+  EXPECT_CONTIENT(
+      MessageDe("SSELECT P AVEC (1 = \"A\" OR ())"),
+      "Groupe vide : une condition est attendue entre les parenthèses à la position 28");
+  EXPECT_CONTIENT(MessageDe("SSELECT P AVEC"), "Champ ou « ( » attendu après AVEC à la fin");
   // Positions count characters, not bytes.
   EXPECT_CONTIENT(MessageDe("SSELECT P AVEC 1 = \"é\" ) "), "à la position 24");
   // The selection's second argument must stay empty.

@@ -8,6 +8,7 @@
 
 #include "printing/print_formats.h"
 #include "printing/recording.h"
+#include "tests/support/utf8_valide.h"
 
 namespace {
 
@@ -61,6 +62,25 @@ TEST_F(PrinterTest, JsonHasOneItemPerPrintCallInDrawingOrderWithRoundedTwips) {
   // Compared as written: key order is part of the format, and coordinates and
   // sizes of whole points are JSON integers (344, not 344.0).
   EXPECT_EQ(nlohmann::ordered_json::parse(printing::EnJson(rec)).dump(1), attendu.dump(1));
+}
+
+// Whatever reaches the printer, the text and JSON forms are valid UTF-8 with
+// one printed line per line: a store's mark between two values prints as a
+// space, a control character as a space too (a stored line break, a form
+// feed that would fake a page), and a byte that is not UTF-8 as U+FFFD.
+TEST_F(PrinterTest, TextAndJsonAreValidUtf8AndCarryNeitherMarksNorControlCharacters) {
+  p.Print(
+      "Fille\xFDVoisine\xFCSoir\xFE"
+      "fin");
+  p.Print("avant\r\naprès\fpage\tonglet");
+  p.Print("\xE9t\xE9 Hélène");  // "été" in Latin-1, then UTF-8
+  p.EndDoc();
+  const std::string texte = printing::EnTexte(rec);
+  EXPECT_TRUE(essai::Utf8Valide(texte));
+  EXPECT_EQ(texte, "Fille Voisine Soir fin\navant après page onglet\n\uFFFDt\uFFFD Hélène\n");
+  const std::string json = printing::EnJson(rec);
+  EXPECT_TRUE(essai::Utf8Valide(json));
+  EXPECT_EQ(nlohmann::json::parse(json)["pages"][0]["items"][0]["text"], "Fille Voisine Soir fin");
 }
 
 }  // namespace

@@ -48,3 +48,18 @@ TEST(Environnement, HousingEntourageOfTenContactsPersonToNotifyHandicapAndPermit
   EXPECT_EQ(Bloc(b, "DETAIL ETRANGER").at(1) + "|" + Bloc(b, "DETAIL ETRANGER", 1).at(1),
             " Pays                 : France| Pays                 : ");
 }
+
+TEST(Environnement, HandicapAndPermitCodesUnknownOrEmptyTakeTheLabelWhereTheScanStops) {
+  Banc b;
+  // Each table's free position carries a label of its own.
+  for (const char* table : {"CATHANDICAP", "PLACANT", "SITSAL", "TITRESSEJOUR"})
+    b.Met("TABLES", table, Rec({"", "A]", std::string("Connu]Non renseigné ") + table}));
+  b.Met("INFOSAIDANT", "S0001", Rec({"", "", "", "", "", "", "Z", "", "", "?"}));
+  b.Met("ETRANGER", "S0001", Rec({"Q"}));
+  b.Imprime("AIDANT", {"S0001"});
+  EXPECT_EQ(Tranche(Bloc(b, "HANDICAP"), 1, 5),
+            (V{" Catég. bénéficiaire  : Non renseigné CATHANDICAP",
+               " Catég. handicap      : ", " Placement antérieur  : Non renseigné PLACANT",
+               " Situation antérieure : Non renseigné SITSAL"}));
+  EXPECT_EQ(Bloc(b, "DETAIL ETRANGER").at(2), " Type carte           : Non renseigné TITRESSEJOUR");
+}

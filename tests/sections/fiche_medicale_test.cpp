@@ -27,9 +27,10 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUn
   EXPECT_EQ(Bloc(b, "AIDES TECHNIQUES"),
             (V{" ", Col("Lit médicalisé") + "Fauteuil roulant",
                Col("Déambulateur") + "Barre d'appui", Col("Chaise percée") + "Téléalarme"}));
-  // Alone on its line an aid ends with one space; an unknown code has no label.
+  // Alone on its line an aid ends with one space; an unknown code has no
+  // label; the pair with neither aid is a blank line.
   EXPECT_EQ(Bloc(b, "AIDES TECHNIQUES", 1),
-            (V{" ", Col("Barre d'appui") + " ", Col("Déambulateur")}));
+            (V{" ", Col("Barre d'appui") + " ", Col("Déambulateur"), " "}));
   // The latest entry, 15 of its lines at most.
   V diagnostic = Bloc(b, "DIAGNOSTIC");
   ASSERT_EQ(diagnostic.size(), 17u);  // blank, date, 15 lines
@@ -49,4 +50,16 @@ TEST(FicheMed, AidsTwoToALineLatestEntryAtMost15LinesAndTheTreatmentsWithTheirUn
          "Paracétamol                1 g             si douleur      1 Jour       ",
          "Collyre                    1 goutte        matin           10 Jours     30/04/2024",
          "Pansement                  1               le soir         4 Jour       "}));
+}
+
+TEST(FicheMed, AnAidAloneInTheRightColumnStartsItsLineAndAnEmptyPairPrintsABlank) {
+  Banc b;
+  b.Met("ENVIRONAIDE", "A0001", Fiche("19=]FR]DE]BA"));
+  b.Met("TABLES", "AIDETECHNIQUE",
+        Rec({"", "FR]DE]BA", "Fauteuil roulant]Déambulateur]Barre d'appui"}));
+  b.Imprime("AIDE", {"A0001"});
+  // Like the activities: an empty left column prints nothing at all, so the
+  // right aid starts the line; a pair with neither aid is a blank line.
+  EXPECT_EQ(Bloc(b, "AIDES TECHNIQUES"),
+            (V{" ", "Fauteuil roulant", Col("Déambulateur") + "Barre d'appui", " "}));
 }

@@ -38,3 +38,14 @@ TEST(Sectorisation, CodesNamesAndLinesPerDossierType) {
     EXPECT_EQ(Bloc(b, "SECTORISATION"), V(c.begin() + 2, c.end())) << c[0] << " " << c[1];
   }
 }
+
+TEST(Sectorisation, AnUnknownOrEmptyMeansOfTransportTakesTheLabelWhereTheScanStops) {
+  Banc b;
+  // The table's free position carries a label of its own.
+  b.Met("TABLES", "MOYENSLOC", Rec({"", "V]T]", "Voiture]Transports en commun]Non renseigné"}));
+  b.Met("CIVILAIDANT", "S0001", Fiche("34=X"));
+  b.Met("CIVILAIDANT", "S0002", Fiche("2=NOM"));
+  b.Imprime("AIDANT", {"S0001", "S0002"});
+  EXPECT_EQ(Bloc(b, "SECTORISATION").back(), " Moyen locomotion     : Non renseigné");
+  EXPECT_EQ(Bloc(b, "SECTORISATION", 1).back(), " Moyen locomotion     : Non renseigné");
+}
