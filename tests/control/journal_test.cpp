@@ -97,7 +97,9 @@ TEST(JournalPurge, RemovesTheOldestEntriesAndTheChainSurvivesIt) {
   j.Ajoute("2025-03-10T08:00:00.000Z", {"A0002"});
   j.Ajoute("2026-06-10T08:00:00.000Z", {"A0003"});
   auto journal = j.Ouvre();
+  // Purges are dated too: fixed here so the test does not depend on today.
   Entree purge = journal::Contexte("");
+  purge.heure_utc = "2026-06-20T00:00:00.000Z";
   EXPECT_EQ(journal->Purge("2026-01-01T00:00:00.000Z", purge), 2);
   EXPECT_EQ(purge.numero, 4);
   EXPECT_EQ(purge.message,
@@ -109,13 +111,14 @@ TEST(JournalPurge, RemovesTheOldestEntriesAndTheChainSurvivesIt) {
 
   // A purge that removes nothing keeps the chain's starting point.
   Entree rien = journal::Contexte("");
+  rien.heure_utc = "2026-06-21T00:00:00.000Z";
   EXPECT_EQ(journal->Purge("2026-01-01T00:00:00.000Z", rien), 0);
   j.Ajoute("2026-07-01T08:00:00.000Z");
   EXPECT_TRUE(journal->Verifie().intact) << journal->Verifie().message;
 
   // Everything removed: the chain goes on from the purge entry.
   Entree tout = journal::Contexte("");
-  // (the two purge entries are dated today, before that limit too)
+  tout.heure_utc = "2027-01-05T00:00:00.000Z";
   EXPECT_EQ(journal->Purge("2027-01-01T00:00:00.000Z", tout), 4);
   j.Ajoute("2027-02-01T08:00:00.000Z");
   EXPECT_TRUE(journal->Verifie().intact) << journal->Verifie().message;
