@@ -78,7 +78,8 @@ std::string Cles(const std::vector<std::string>& cles) {
 std::string Issue(const journal::Passage& p) {
   if (p.issue.numero == 0) return "sans issue (en cours, ou interrompue sans pouvoir le dire)";
   std::string texte = p.issue.issue;
-  if (p.issue.issue != journal::kAnnulee) texte += ", " + std::to_string(p.issue.pages) + " page(s)";
+  if (p.issue.issue != journal::kAnnulee)
+    texte += ", " + std::to_string(p.issue.pages) + " page(s)";
   if (!p.issue.message.empty()) texte += " : " + p.issue.message;
   return texte;
 }
@@ -130,10 +131,20 @@ void Affiche(const std::vector<journal::Passage>& passages, const std::string& f
     for (const journal::Passage& p : passages) {
       const journal::Entree& i = p.impression;
       const std::string champs[] = {
-          std::to_string(i.numero), i.heure_utc, i.decalage, i.utilisateur_systeme, i.hote,
-          i.utilisateur, i.programme, std::to_string(i.processus), i.type, Cles(i.cles),
-          Destination(p), p.issue.issue,
-          p.issue.numero != 0 ? std::to_string(p.issue.pages) : std::string(), p.issue.message,
+          std::to_string(i.numero),
+          i.heure_utc,
+          i.decalage,
+          i.utilisateur_systeme,
+          i.hote,
+          i.utilisateur,
+          i.programme,
+          std::to_string(i.processus),
+          i.type,
+          Cles(i.cles),
+          Destination(p),
+          p.issue.issue,
+          p.issue.numero != 0 ? std::to_string(p.issue.pages) : std::string(),
+          p.issue.message,
           p.issue.heure_utc};
       std::string ligne;
       for (const std::string& champ : champs) ligne += (ligne.empty() ? "" : ",") + Csv(champ);
@@ -189,8 +200,9 @@ void Purge(const OptionsJournal& o) {
   journal::JournalSqlite j(Chemin(o), journal::JournalSqlite::Mode::Ecriture);
   journal::Entree e = journal::Contexte("");
   const std::int64_t retirees = j.Purge(avant, e);
-  std::cout << retirees << " entrée(s) antérieure(s) au " << o.avant << " supprimée(s) du journal « "
-            << j.Nom() << " » ; la purge y est inscrite (n° " << e.numero << ").\n";
+  std::cout << retirees << " entrée(s) antérieure(s) au " << o.avant
+            << " supprimée(s) du journal « " << j.Nom() << " » ; la purge y est inscrite (n° "
+            << e.numero << ").\n";
 }
 
 }  // namespace
@@ -210,8 +222,9 @@ void AjouteCommandeJournal(CLI::App& app, int& statut, int&, char**) {
   journal->add_option("--format", o->format, "texte (défaut), csv ou json");
 
   auto* verifie = journal->add_subcommand(
-      "verifie", "Vérifie la chaîne d'empreintes : nomme la première entrée modifiée, supprimée "
-                 "ou insérée");
+      "verifie",
+      "Vérifie la chaîne d'empreintes : nomme la première entrée modifiée, supprimée "
+      "ou insérée");
   auto* purge =
       journal->add_subcommand("purge", "Supprime les entrées antérieures à une date (rétention)");
   purge->add_option("--avant", o->avant, "Date limite (AAAA-MM-JJ) : ce qui précède est supprimé")

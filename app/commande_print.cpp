@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QDate>
+#include <QFileInfo>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <cerrno>
@@ -160,13 +161,16 @@ std::vector<printing::Destination> PdfSeul(const std::string& chemin) {
 
 // A recording, as the access journal names it: what becomes of it.
 std::string NomEnregistrement(const OptionsImpression& o, const Commande& c) {
+  auto absolu = [](const std::string& chemin) {
+    return QFileInfo(QString::fromStdString(chemin)).absoluteFilePath().toStdString();
+  };
   switch (c.sortie) {
     case Sortie::Texte:
-      return "texte " + o.texte;
+      return "texte " + absolu(o.texte);
     case Sortie::Json:
-      return "JSON " + o.json;
+      return "JSON " + absolu(o.json);
     case Sortie::Png:
-      return "PNG " + o.png;
+      return "PNG " + absolu(o.png);
     default:
       return "Aperçu";
   }

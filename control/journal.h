@@ -58,10 +58,10 @@ struct Entree {
   std::string message;  // why it failed or what went wrong along the way
 
   // kPurge: the entries removed and the anchor the chain restarts from.
-  std::string avant;                 // the retention limit asked for (UTC)
-  std::int64_t retire_premier = 0;   // first and last numbers removed
-  std::int64_t retire_dernier = 0;   // (0, 0: none)
-  std::string retire_empreinte;      // hash of the last entry removed
+  std::string avant;                // the retention limit asked for (UTC)
+  std::int64_t retire_premier = 0;  // first and last numbers removed
+  std::int64_t retire_dernier = 0;  // (0, 0: none)
+  std::string retire_empreinte;     // hash of the last entry removed
 
   std::string precedent;  // hash of the previous entry (64 hex digits)
   std::string empreinte;  // this entry's hash
@@ -85,10 +85,10 @@ struct Passage {
 // What the chain check found.
 struct Verdict {
   bool intact = true;
-  std::int64_t entrees = 0;   // entries checked
-  std::int64_t numero = 0;    // the first entry at fault (0 when intact)
-  std::string message;        // one French sentence naming it, or the summary
-  std::string derniere;       // hash of the last entry (worth noting elsewhere)
+  std::int64_t entrees = 0;  // entries checked
+  std::int64_t numero = 0;   // the first entry at fault (0 when intact)
+  std::string message;       // one French sentence naming it, or the summary
+  std::string derniere;      // hash of the last entry (worth noting elsewhere)
 };
 
 class Journal {

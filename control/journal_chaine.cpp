@@ -103,11 +103,11 @@ Verdict VerifieChaine(const std::vector<Entree>& entrees) {
                        " a été modifiée : son empreinte ne correspond plus à son contenu.");
     }
     if (e.precedent != precedent) {
-      return Faute(v, e.numero,
-                   "l'entrée " + N(e.numero) + " a été insérée : elle ne suit pas " +
-                       (attendu == 1 ? std::string("le début du journal")
-                                     : "l'entrée " + N(attendu - 1)) +
-                       ".");
+      return Faute(
+          v, e.numero,
+          "l'entrée " + N(e.numero) + " a été insérée : elle ne suit pas " +
+              (attendu == 1 ? std::string("le début du journal") : "l'entrée " + N(attendu - 1)) +
+              ".");
     }
     precedent = e.empreinte;
     ++attendu;

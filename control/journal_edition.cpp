@@ -48,7 +48,10 @@ std::string Lieu(const printing::Destination& destination, const printing::Surfa
     std::string trace = surface->Trace();
     if (!trace.empty()) return trace;
   }
-  if (destination.nom == "PDF") return "PDF " + printing::ListeImprimantes::FichierPdf();
+  if (destination.nom == "PDF") {
+    const QString fichier = QString::fromStdString(printing::ListeImprimantes::FichierPdf());
+    return "PDF " + QFileInfo(fichier).absoluteFilePath().toStdString();
+  }
   return destination.nom;
 }
 
@@ -59,8 +62,8 @@ std::string Resume(const std::vector<Incident>& incidents) {
   std::string texte;
   for (size_t i = 0; i < incidents.size() && i < kMontres; ++i) {
     const Incident& n = incidents[i];
-    texte += (i == 0 ? "" : " ; ") + n.section + (n.cle.empty() ? "" : ", fiche « " + n.cle + " »") +
-             " : " + n.message;
+    texte += (i == 0 ? "" : " ; ") + n.section +
+             (n.cle.empty() ? "" : ", fiche « " + n.cle + " »") + " : " + n.message;
   }
   if (incidents.size() > kMontres) {
     texte += " ; et " + std::to_string(incidents.size() - kMontres) + " autre(s) échec(s).";

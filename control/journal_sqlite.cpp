@@ -228,8 +228,7 @@ void JournalSqlite::Insere(const Entree& e) {
   r.Lie(c++, e.programme);
   r.Lie(c++, e.processus);
   r.Lie(c++, e.type);
-  r.Lie(c++, nlohmann::json(e.cles).dump(-1, ' ', false,
-                                          nlohmann::json::error_handler_t::replace));
+  r.Lie(c++, nlohmann::json(e.cles).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
   r.Lie(c++, e.destination);
   r.Lie(c++, e.impression);
   r.Lie(c++, e.issue);

@@ -381,7 +381,8 @@ class SurfaceFileCups : public Surface {
   std::string Trace() const override {
     std::string trace = "file " + file_;
     if (envoi_.numero > 0) {
-      trace += ", travail " + file_.substr(0, file_.find('/')) + "-" + std::to_string(envoi_.numero);
+      trace +=
+          ", travail " + file_.substr(0, file_.find('/')) + "-" + std::to_string(envoi_.numero);
     }
     if (!envoi_.secours.empty()) trace += ", non envoyé : PDF de secours " + envoi_.secours;
     return trace;

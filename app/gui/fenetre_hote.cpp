@@ -23,8 +23,8 @@
 
 #include "app/gui/fenetre_journal.h"
 #include "app/gui/personnes.h"
-#include "control/journal_edition.h"
 #include "app/gui/progression.h"
+#include "control/journal_edition.h"
 #include "marbrel/outils.h"
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"

@@ -28,7 +28,8 @@ std::string DebutDuJour(QDate jour) {
 QString Issue(const journal::Passage& p) {
   if (p.issue.numero == 0) return QStringLiteral("sans issue");
   QString texte = Q(p.issue.issue);
-  if (p.issue.issue != journal::kAnnulee) texte += QStringLiteral(", %1 page(s)").arg(p.issue.pages);
+  if (p.issue.issue != journal::kAnnulee)
+    texte += QStringLiteral(", %1 page(s)").arg(p.issue.pages);
   if (!p.issue.message.empty()) texte += QStringLiteral(" : ") + Q(p.issue.message);
   return texte;
 }
@@ -63,11 +64,10 @@ FenetreJournal::FenetreJournal(std::string chemin, QWidget* parent)
 
   table_ = new QTableWidget(0, 9, this);
   table_->setObjectName(QStringLiteral("Table_Journal"));
-  table_->setHorizontalHeaderLabels({QStringLiteral("N°"), QStringLiteral("Date (UTC)"),
-                                     QStringLiteral("Compte"), QStringLiteral("Utilisateur"),
-                                     QStringLiteral("Programme"), QStringLiteral("Type"),
-                                     QStringLiteral("Clés"), QStringLiteral("Destination"),
-                                     QStringLiteral("Issue")});
+  table_->setHorizontalHeaderLabels(
+      {QStringLiteral("N°"), QStringLiteral("Date (UTC)"), QStringLiteral("Compte"),
+       QStringLiteral("Utilisateur"), QStringLiteral("Programme"), QStringLiteral("Type"),
+       QStringLiteral("Clés"), QStringLiteral("Destination"), QStringLiteral("Issue")});
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->verticalHeader()->hide();

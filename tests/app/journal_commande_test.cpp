@@ -7,8 +7,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "tests/app/programmes.h"
 
@@ -77,9 +77,9 @@ TEST_F(JournalCommande, EveryOutputLeavesItsRunWithKeysDestinationAndOutcome) {
   ASSERT_EQ(a0002.size(), 3u);
   EXPECT_LT(a0002[0]["numero"].get<int>(), a0002[2]["numero"].get<int>());
   const Resultat texte = Journal("--cle A0001 --utilisateur root");
-  EXPECT_NE(texte.sortie.find(" · vesko · AIDE A0001 · texte " + (dossier / "lot.txt") +
-                              " · terminée, "),
-            std::string::npos)
+  EXPECT_NE(
+      texte.sortie.find(" · vesko · AIDE A0001 · texte " + (dossier / "lot.txt") + " · terminée, "),
+      std::string::npos)
       << texte.sortie;
   const Resultat csv = Journal("--format csv --cle A0001");
   EXPECT_EQ(csv.sortie.substr(0, csv.sortie.find('\n')),
@@ -103,13 +103,12 @@ TEST_F(JournalCommande, AJournalFolderWithoutWritePermissionPrintsNothing) {
   chmod(lecture_seule.c_str(), 0555);
   chmod((lecture_seule + "/base.vesko").c_str(), 0644);
   chmod(sorties.c_str(), 0777);
-  const std::string qui =
-      geteuid() == 0 ? "env -u XDG_RUNTIME_DIR setpriv --reuid=nobody --regid=nogroup "
-                       "--clear-groups "
-                     : "";
-  const Resultat r =
-      essai::Lance(qui + VESKO_BINARY_DIR "/vesko print --db '" + lecture_seule +
-                   "/base.vesko' --type AIDE --pdf '" + sorties + "/lot.pdf' A0001");
+  const std::string qui = geteuid() == 0
+                              ? "env -u XDG_RUNTIME_DIR setpriv --reuid=nobody --regid=nogroup "
+                                "--clear-groups "
+                              : "";
+  const Resultat r = essai::Lance(qui + VESKO_BINARY_DIR "/vesko print --db '" + lecture_seule +
+                                  "/base.vesko' --type AIDE --pdf '" + sorties + "/lot.pdf' A0001");
   EXPECT_EQ(r.statut, 1);
   EXPECT_EQ(r.erreurs, "vesko : impression refusée : le journal des impressions « " +
                            lecture_seule +

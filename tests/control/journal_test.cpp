@@ -59,7 +59,8 @@ TEST(JournalChaine, AChangedRemovedOrInsertedEntryIsNamedAtThatEntry) {
       {"UPDATE entrees SET heure_utc = '2020-01-01T00:00:00.000Z' WHERE numero = 4", 4,
        "a été modifiée"},
       {"DELETE FROM entrees WHERE numero = 3", 3, "l'entrée n° 3 a été supprimée"},
-      {"DELETE FROM entrees WHERE numero IN (1, 2)", 1, "les entrées n° 1 à n° 2 ont été supprimées"},
+      {"DELETE FROM entrees WHERE numero IN (1, 2)", 1,
+       "les entrées n° 1 à n° 2 ont été supprimées"},
       // A whole entry copied from elsewhere, consistent in itself, in place of one.
       {"UPDATE entrees SET (heure_utc, precedent, empreinte) = (SELECT heure_utc, precedent, "
        "empreinte FROM entrees WHERE numero = 1) WHERE numero = 3",

@@ -36,8 +36,8 @@ TEST(JournalFenetre, ThePreviewIsJournaledAndTheWindowListsAndFiltersIt) {
   EXPECT_EQ(journal->Cellule(0, 5), "AIDE");
   EXPECT_EQ(journal->Cellule(0, 6), "A0001 A0002");
   EXPECT_EQ(journal->Cellule(0, 7), "Aperçu");
-  EXPECT_EQ(journal->Cellule(0, 8), QString("terminée, %1 page(s)")
-                                        .arg(fenetre.DernierApercu().pages.size()));
+  EXPECT_EQ(journal->Cellule(0, 8),
+            QString("terminée, %1 page(s)").arg(fenetre.DernierApercu().pages.size()));
 
   const QDate aujourdhui = QDate::currentDate();
   const struct {
