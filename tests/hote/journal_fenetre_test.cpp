@@ -39,6 +39,9 @@ TEST(JournalFenetre, ThePreviewIsJournaledAndTheWindowListsAndFiltersIt) {
   EXPECT_EQ(journal->Cellule(0, 8),
             QString("terminée, %1 page(s)").arg(fenetre.DernierApercu().pages.size()));
 
+  // Kept to be looked at, like vesko-gui.png.
+  EXPECT_TRUE(journal->grab().save(VESKO_BINARY_DIR "/tests/journal-des-impressions.png"));
+
   const QDate aujourdhui = QDate::currentDate();
   const struct {
     QDate depuis, jusqu_a;
