@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "control/interface.h"
 #include "control/journal_chaine.h"
@@ -13,6 +14,11 @@
 #include "tests/support/releve.h"
 
 namespace {
+
+std::string LitFichier(const std::string& chemin) {
+  std::ifstream flux(chemin, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(flux), {});
+}
 
 using journal::Entree;
 using journal::JournalSqlite;
@@ -196,4 +202,11 @@ TEST(JournalEdition, AJournalThatCannotBeWrittenPrintsNothing) {
   }
   EXPECT_TRUE(b.Enregistrement().pages.empty());
   EXPECT_EQ(Variable::Base, nullptr);
+
+  // The persons' store named as the journal by mistake is left as it was.
+  const std::string avant = LitFichier(b.Chemin());
+  b.Controle().Fixe_Journal(b.Chemin());
+  EXPECT_THROW(b.Imprime("AIDE", {"A1"}), std::runtime_error);
+  EXPECT_EQ(LitFichier(b.Chemin()), avant);
+  EXPECT_TRUE(b.Enregistrement().pages.empty());
 }
