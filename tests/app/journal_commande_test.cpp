@@ -180,6 +180,17 @@ TEST_F(JournalCommande, PurgeRemovesOldRunsAndKeepsTheChainValid) {
   EXPECT_EQ(Journal("purge --avant 2999-01-01").statut, 2);
   EXPECT_EQ(Journal("verifie").statut, 0);
   EXPECT_EQ(Passages().size(), 1u);
+
+  // VESKO_JOURNAL names another journal, for the print and for the listing.
+  const std::string ailleurs = dossier / "ailleurs.journal";
+  ASSERT_EQ(
+      essai::Lance("VESKO_JOURNAL='" + ailleurs + "' " VESKO_BINARY_DIR "/vesko print --db '" +
+                   base + "' --type AIDE --text '" + (dossier / "t.txt") + "' A0002")
+          .statut,
+      0);
+  EXPECT_EQ(Passages().size(), 1u);
+  r = essai::Lance("VESKO_JOURNAL='" + ailleurs + "' " VESKO_BINARY_DIR "/vesko journal");
+  EXPECT_NE(r.sortie.find(" · AIDE A0002 · texte "), std::string::npos) << r.sortie;
 }
 
 }  // namespace
