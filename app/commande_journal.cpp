@@ -42,7 +42,7 @@ std::string Chemin(const OptionsJournal& o) {
 }
 
 // The UTC time, in the journal's own format, at which a local day or time
-// begins; lendemain gives the start of the following day (an inclusive end).
+// begins; lendemain makes it an inclusive end (the start of the next day).
 std::string Heure(const std::string& texte, const char* option, bool lendemain = false) {
   const QString t = QString::fromStdString(texte);
   QDateTime moment;
@@ -50,10 +50,9 @@ std::string Heure(const std::string& texte, const char* option, bool lendemain =
   if (jour.isValid()) {
     moment = (lendemain ? jour.addDays(1) : jour).startOfDay();
   } else {
+    // A time as an end includes that very moment.
     moment = QDateTime::fromString(t, Qt::ISODate);
-    if (moment.isValid() && moment.timeSpec() == Qt::LocalTime && lendemain) {
-      moment = moment.addMSecs(1);
-    }
+    if (moment.isValid() && lendemain) moment = moment.addMSecs(1);
   }
   if (!moment.isValid()) {
     throw UsageError("date invalide « " + texte + " » (" + option +
@@ -207,7 +206,7 @@ void Purge(const OptionsJournal& o) {
 
 }  // namespace
 
-void AjouteCommandeJournal(CLI::App& app, int& statut, int&, char**) {
+void AjouteCommandeJournal(CLI::App& app, int& statut) {
   auto o = std::make_shared<OptionsJournal>();
   auto* journal =
       app.add_subcommand("journal", "Liste les impressions journalisées (qui, quand, quoi, où)");

@@ -27,7 +27,7 @@ void AjouteCommandesDonnees(CLI::App& app, int& statut);
 // print.
 void AjouteCommandeImpression(CLI::App& app, int& statut, int& argc, char** argv);
 // journal, journal verifie, journal purge.
-void AjouteCommandeJournal(CLI::App& app, int& statut, int& argc, char** argv);
+void AjouteCommandeJournal(CLI::App& app, int& statut);
 // component register|unregister|info.
 void AjouteCommandeComposant(CLI::App& app, int& statut, int& argc, char** argv);
 
