@@ -178,24 +178,32 @@ JournalSqlite::JournalSqlite(std::string chemin, Mode mode) : chemin_(std::move(
     throw std::runtime_error(prefixe + " ne peut pas être ouvert : " + Raison(rc) + ".");
   }
   sqlite3_busy_timeout(db_, kAttenteMs);
-  if (mode == Mode::Ecriture) {
-    EnTransaction([&] {
-      // A file holding anything else — the persons' store named by mistake —
-      // is never written to.
-      Requete autres(*this,
-                     "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name <> "
-                     "'entrees'");
-      if (autres.Pas("lecture") && autres.Entier(0) > 0) {
-        throw std::runtime_error(prefixe + " ne peut pas être ouvert : " + Raison(SQLITE_NOTADB) +
-                                 ".");
+  // The destructor does not run for a constructor that fails: the
+  // connection is closed here then.
+  try {
+    if (mode == Mode::Ecriture) {
+      EnTransaction([&] {
+        // A file holding anything else — the persons' store named by mistake —
+        // is never written to.
+        Requete autres(*this,
+                       "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name <> "
+                       "'entrees'");
+        if (autres.Pas("lecture") && autres.Entier(0) > 0) {
+          throw std::runtime_error(prefixe + " ne peut pas être ouvert : " + Raison(SQLITE_NOTADB) +
+                                   ".");
+        }
+        Execute(kSchema);
+      });
+    } else {
+      Requete r(*this, "SELECT count(*) FROM sqlite_master WHERE name = 'entrees'");
+      if (!r.Pas("lecture") || r.Entier(0) != 1) {
+        throw std::runtime_error(prefixe + " ne peut pas être lu : " + Raison(SQLITE_NOTADB) + ".");
       }
-      Execute(kSchema);
-    });
-  } else {
-    Requete r(*this, "SELECT count(*) FROM sqlite_master WHERE name = 'entrees'");
-    if (!r.Pas("lecture") || r.Entier(0) != 1) {
-      throw std::runtime_error(prefixe + " ne peut pas être lu : " + Raison(SQLITE_NOTADB) + ".");
     }
+  } catch (...) {
+    sqlite3_close(db_);
+    db_ = nullptr;
+    throw;
   }
 }
 
