@@ -11,6 +11,14 @@
 // what it removed in a "purge" entry, whose anchor lets the chain start again
 // after the gap.
 //
+// Another store keeps its journal by implementing this interface over its own
+// table (control/journal_edition.cpp chooses it by the store's kind). What it
+// must guarantee: appends are serialised (one writer links after the latest
+// entry at a time, e.g. a lock on the table for the transaction), the hash
+// comes from control/journal_chaine.h, and the printing account may insert
+// but neither update nor delete; only Purge deletes, under an account of its
+// own.
+//
 // Errors travel as exceptions (std::runtime_error) with one French sentence
 // naming the journal and the reason; a run whose start entry cannot be
 // written does not print.
