@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QDate>
+#include <QFileInfo>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <cerrno>
@@ -160,6 +161,23 @@ std::vector<printing::Destination> PdfSeul(const std::string& chemin) {
            }}};
 }
 
+// A recording, as the access journal names it: what becomes of it.
+std::string NomEnregistrement(const OptionsImpression& o, const Commande& c) {
+  auto absolu = [](const std::string& chemin) {
+    return QFileInfo(QString::fromStdString(chemin)).absoluteFilePath().toStdString();
+  };
+  switch (c.sortie) {
+    case Sortie::Texte:
+      return "texte " + absolu(o.texte);
+    case Sortie::Json:
+      return "JSON " + absolu(o.json);
+    case Sortie::Png:
+      return "PNG " + absolu(o.png);
+    default:
+      return "Aperçu";
+  }
+}
+
 // Where the document goes: installs the printer list the control chooses
 // from and returns the index of the choice (-1: cancelled). A queue is
 // checked first; when it cannot print, the document goes to the fallback PDF
@@ -172,7 +190,8 @@ long ChoisitDestination(const OptionsImpression& o, const Commande& c,
     case Sortie::Json:
     case Sortie::Png:
     case Sortie::Apercu:
-      imprimantes.Installe({{"Enregistrement", [&](const printing::Travail&) {
+      // The name says in the access journal where the recording goes.
+      imprimantes.Installe({{NomEnregistrement(o, c), [&](const printing::Travail&) {
                                return std::make_unique<printing::RecordingSurface>(&enregistrement);
                              }}});
       return 0;
@@ -269,6 +288,7 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
 
   Ctr_Vesko controle;
   if (!o.date.empty()) controle.Fixe_Aujourdhui(aujourdhui);
+  controle.Fixe_Journal(o.journal);
   controle.TheClient(std::make_shared<marbrel::Client>());
   controle.TheDatabase(base);
   // One key per attribute, joined in one pass: a batch of any size is built

@@ -26,6 +26,8 @@ struct UsageError : std::runtime_error {
 void AjouteCommandesDonnees(CLI::App& app, int& statut);
 // print.
 void AjouteCommandeImpression(CLI::App& app, int& statut, int& argc, char** argv);
+// journal, journal verifie, journal purge.
+void AjouteCommandeJournal(CLI::App& app, int& statut);
 // component register|unregister|info.
 void AjouteCommandeComposant(CLI::App& app, int& statut, int& argc, char** argv);
 

@@ -24,6 +24,7 @@ struct OptionsImpression {
   std::string copies = "1";  // checked by the command, for a French message
   std::string papier = "A4";
   std::vector<std::string> cles;
+  std::string journal;  // the access journal; "" = VESKO_JOURNAL or beside the store
 };
 
 // The resolution of `--png` images: legible A4 pages of a reasonable size.
@@ -45,6 +46,8 @@ inline void DeclareOptionsImpression(CLI::App& print, OptionsImpression& o) {
                  "Attend la fin du travail d'impression et dit s'il a réussi");
   print.add_option("--copies", o.copies, "Nombre d'exemplaires (imprimante seulement)");
   print.add_option("--paper", o.papier, "Format du papier : A4 (défaut), A3 ou Letter");
+  print.add_option("--journal", o.journal,
+                   "Journal des impressions (défaut : VESKO_JOURNAL, sinon BASE.journal)");
   print.add_option("cles", o.cles, "Clés des personnes ( - : lues sur l'entrée standard)")
       ->required();
 }

@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
   AjouteCommandesDonnees(app, statut);
   AjouteCommandeImpression(app, statut, argc, argv);
   AjouteCommandeComposant(app, statut, argc, argv);
+  AjouteCommandeJournal(app, statut);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {

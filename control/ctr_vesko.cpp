@@ -4,6 +4,7 @@
 #include <QDate>
 
 #include "control/compteur32.h"
+#include "control/journal_edition.h"
 #include "db/lecture.h"
 #include "db/procedure.h"
 #include "db/variable.h"
@@ -49,6 +50,9 @@ void Ctr_Vesko::Edition(TabDyn& W_TabDyn, std::string& W_Type) {
   } fermeture{this};
 
   Procedure::Ouvre_Fichiers();
+  // The journal is opened before the printer is chosen: a run it cannot
+  // record is refused before the user is asked anything.
+  journal::TraceEdition trace(journal::OuvrePour(Variable::Base.get(), journal_), utilisateur_);
   Un_Centimetre = 567;
   Cadre_Gauche = false;
   db::FixeAujourdhui(Aujourdhui());
@@ -59,11 +63,16 @@ void Ctr_Vesko::Edition(TabDyn& W_TabDyn, std::string& W_Type) {
   Nb_Personne = W_TabDyn.Vide() ? 1
                                 : compteur::Entier32(W_TabDyn.Compte(-1, -1),
                                                      "Le nombre de personnes à imprimer");
+  const std::vector<std::string> cles = W_TabDyn.Attributs(Nb_Personne);
 
   marbrel::Outils& outils = marbrel::Outils::Instance();
   std::string choix = outils.Choix_Imprimante("A4");
   QCoreApplication::processEvents();
-  if (!marbrel::EstNumerique(choix) || std::stol(choix) == -1) return;
+  if (!marbrel::EstNumerique(choix) || std::stol(choix) == -1) {
+    trace.Sans_Impression(W_Type, cles, "aucune imprimante", journal::kAnnulee,
+                          "aucune imprimante n'a été choisie.");
+    return;
+  }
 
   long index = std::stol(choix);
   const auto& destinations = printing::ListeImprimantes::Courante().Destinations();
@@ -72,14 +81,26 @@ void Ctr_Vesko::Edition(TabDyn& W_TabDyn, std::string& W_Type) {
                                                  std::to_string(destinations.size()) +
                                                  " imprimantes disponibles).");
   }
+  const printing::Destination& destination = destinations[static_cast<size_t>(index)];
   printing::Travail travail;
   travail.titre = "DOSSIER " + W_Type + " " + W_TabDyn.Extrait(1, -1, -1);
-  imprimante_ =
-      std::make_unique<printing::Printer>(destinations[static_cast<size_t>(index)].ouvre(travail));
+  std::unique_ptr<printing::Surface> surface;
+  try {
+    surface = destination.ouvre(travail);
+  } catch (const std::exception& e) {
+    trace.Sans_Impression(W_Type, cles, journal::Lieu(destination, nullptr), journal::kEchouee,
+                          e.what());
+    throw;
+  }
+  const printing::Surface& lieu = *surface;
+  trace.Debut(W_Type, cles, journal::Lieu(destination, &lieu));
+  imprimante_ = std::make_unique<printing::Printer>(std::move(surface));
   imprimante_->SetPaperSize(outils.Reglage_Imprimante());
   Parametrage_Imprimante();
   Type_Dossier = W_Type;
   Prepare_Impression(W_TabDyn);
+  trace.Fin(incidents_.empty() ? journal::kTerminee : journal::kEchouee, imprimante_->PageCount(),
+            journal::Resume(incidents_), journal::Lieu(destination, &lieu));
 }
 
 void Ctr_Vesko::Parametrage_Imprimante() {

@@ -47,9 +47,11 @@ class Ctr_Vesko : public QWidget {
   void TheClient(std::shared_ptr<marbrel::Client> client);
   void TheDatabase(std::shared_ptr<marbrel::Base> base);
   // 3: prints the dossiers of the keys held one per attribute of W_TabDyn.
-  // Fails (and prints nothing) when the files cannot be opened or the printer
-  // cannot be set up; once printing has begun, failures are recorded as
-  // Incidents and the run goes on.
+  // Fails (and prints nothing) when the files cannot be opened, the printer
+  // cannot be set up or the run cannot be written in the access journal
+  // (control/journal_edition.h); once printing has begun, failures are
+  // recorded as Incidents and the run goes on. Every run, cancelled ones
+  // included, leaves its entry and its outcome in the journal.
   void Edition(TabDyn& W_TabDyn, std::string& W_Type);
   void Parametrage_Imprimante();
   void Prepare_Impression(TabDyn& W_TabDyn);
@@ -93,6 +95,10 @@ class Ctr_Vesko : public QWidget {
   void Cadre(Monnaie W_PointDepart, std::int32_t W_Nbligne, const TabDyn& W_TailleCol);
   void ImprimeDonnées(std::string& W_Code);
   void Remplir_Liste_Tache();
+  // 46: the name of the host's own user, written in the access journal with
+  // every run beside the operating-system account ("" until a host sets it).
+  void Utilisateur(const std::string& W_Utilisateur) { utilisateur_ = W_Utilisateur; }
+  const std::string& Utilisateur() const { return utilisateur_; }
 
   // ---- For hosts and tests, outside the published interface. ----
   // Fixes "today" for the next runs (internal day number): the header date,
@@ -100,6 +106,9 @@ class Ctr_Vesko : public QWidget {
   // system's date.
   void Fixe_Aujourdhui(long jour) { aujourdhui_fixe_ = jour; }
   void Oublie_Aujourdhui() { aujourdhui_fixe_.reset(); }
+  // The access journal's file for the next runs, instead of the one beside
+  // the store or in VESKO_JOURNAL ("" goes back to those).
+  void Fixe_Journal(const std::string& chemin) { journal_ = chemin; }
   // What went wrong in the latest run, and the keys absent from the main file.
   const std::vector<Incident>& Incidents() const { return incidents_; }
   const std::vector<std::string>& Cles_Absentes() const { return cles_absentes_; }
@@ -167,4 +176,6 @@ class Ctr_Vesko : public QWidget {
   std::optional<long> aujourdhui_fixe_;
   std::vector<Incident> incidents_;
   std::vector<std::string> cles_absentes_;
+  std::string utilisateur_;
+  std::string journal_;
 };

@@ -48,26 +48,6 @@ class AttenteVisible {
   bool curseur_ = false;
 };
 
-// Attributes 1 to n of the record, as Extrait(i, -1, -1) gives them ("" past
-// the end), in one pass over its text.
-std::vector<std::string> Attributs(const TabDyn& enregistrement, std::int32_t n) {
-  std::vector<std::string> attributs;
-  attributs.reserve(static_cast<size_t>(std::max<std::int32_t>(n, 0)));
-  const std::string& texte = enregistrement.Texte();
-  size_t debut = 0;
-  while (static_cast<std::int32_t>(attributs.size()) < n) {
-    if (debut > texte.size()) {
-      attributs.emplace_back();
-      continue;
-    }
-    size_t fin = texte.find(marbrel::AM, debut);
-    if (fin == std::string::npos) fin = texte.size();
-    attributs.push_back(texte.substr(debut, fin - debut));
-    debut = fin + 1;
-  }
-  return attributs;
-}
-
 }  // namespace
 
 void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
@@ -82,7 +62,7 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
     // The keys are taken out of W_TabDyn once: reading attribute i walks the
     // record from its start, which a batch of many thousand persons cannot
     // afford some forty times per dossier.
-    const std::vector<std::string> cles = Attributs(W_TabDyn, Nb_Personne);
+    const std::vector<std::string> cles = W_TabDyn.Attributs(Nb_Personne);
     for (std::int32_t i = 1; i <= Nb_Personne; ++i) {
       Index_Personne = i;
       // The key is given afresh to each call that takes it: a section

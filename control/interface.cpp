@@ -63,6 +63,8 @@ const std::vector<Membre>& Membres() {
         {{"W_PointDepart", "Monnaie"}, {"W_Nbligne", "Entier32"}, {"W_TailleCol", "TabDyn"}}),
       P(44, "ImprimeDonnées", {kCode}),
       P(45, "Remplir_Liste_Tache"),
+      // Added after the historic members: their slots do not move.
+      {46, "Utilisateur", Genre::Propriete, {{"W_Utilisateur", "Texte"}}},
   };
   return membres;
 }
@@ -163,6 +165,8 @@ const std::map<std::string, Appel>& Appels() {
        }},
       {"ImprimeDonnées", AvecCode<&C::ImprimeDonnées>()},
       {"Remplir_Liste_Tache", SansArgument<&C::Remplir_Liste_Tache>()},
+      {"Utilisateur",
+       [](C& c, const Membre& m, auto& a) { c.Utilisateur(Arg<std::string>(m, a, 0)); }},
   };
   return appels;
 }

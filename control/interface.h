@@ -30,7 +30,7 @@ struct Membre {
   std::vector<Parametre> parametres;
 };
 
-// The 45 published members in slot order.
+// The published members in slot order: the 45 historic ones, then Utilisateur.
 const std::vector<Membre>& Membres();
 // The two private procedures (Indispo, Position_Coupure), for the record.
 const std::vector<Membre>& MembresPrives();

@@ -26,6 +26,8 @@ class SqliteStore : public Store {
   SqliteStore& operator=(const SqliteStore&) = delete;
 
   bool LectureSeule() const override { return lecture_seule_; }
+  // The file the store was opened from, as given.
+  const std::string& Chemin() const { return chemin_; }
   bool ExisteFichier(const std::string& fichier) override;
   std::vector<std::string> Fichiers() override;
   std::optional<std::string> Lit(const std::string& fichier, const std::string& cle) override;

@@ -111,4 +111,21 @@ long TabDyn::DCount() const {
   return lignes;
 }
 
+std::vector<std::string> TabDyn::Attributs(std::int32_t n) const {
+  std::vector<std::string> attributs;
+  attributs.reserve(static_cast<size_t>(std::max<std::int32_t>(n, 0)));
+  size_t debut = 0;
+  while (static_cast<std::int32_t>(attributs.size()) < n) {
+    if (debut > texte_.size()) {
+      attributs.emplace_back();
+      continue;
+    }
+    size_t fin = texte_.find(AM, debut);
+    if (fin == std::string::npos) fin = texte_.size();
+    attributs.push_back(texte_.substr(debut, fin - debut));
+    debut = fin + 1;
+  }
+  return attributs;
+}
+
 }  // namespace marbrel

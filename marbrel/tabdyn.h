@@ -7,8 +7,10 @@
 // record, Extrait(3, -1, -1) the whole of attribute 3 with its marks.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace marbrel {
 
@@ -40,6 +42,11 @@ class TabDyn {
   // The rows of the record seen as a table of associated multivalues: the
   // largest DCount(a) over its attributes.
   long DCount() const;
+
+  // Attributes 1 to n, as Extrait(i) gives them ("" past the end), in one
+  // pass: reading attribute i alone walks the record from its start, which a
+  // list of many thousand keys cannot afford once per key.
+  std::vector<std::string> Attributs(std::int32_t n) const;
 
   // The whole stored text, marks included.
   const std::string& Texte() const { return texte_; }

@@ -380,8 +380,18 @@ class SurfaceFileCups : public Surface {
       envoi.erreur = e.what();
       Garde(envoi);
     }
+    envoi_ = envoi;
     if (reglages_ && reglages_->rapport) reglages_->rapport(envoi);
     if (!envoi.erreur.empty()) throw std::runtime_error(envoi.erreur);
+  }
+  std::string Trace() const override {
+    std::string trace = "file " + file_;
+    if (envoi_.numero > 0) {
+      trace +=
+          ", travail " + file_.substr(0, file_.find('/')) + "-" + std::to_string(envoi_.numero);
+    }
+    if (!envoi_.secours.empty()) trace += ", non envoyé : PDF de secours " + envoi_.secours;
+    return trace;
   }
 
  private:
@@ -410,6 +420,7 @@ class SurfaceFileCups : public Surface {
   FichierTemporaire temporaire_;
   std::unique_ptr<Surface> pdf_;
   Papier papier_;
+  Envoi envoi_;  // once the document ended
 };
 
 }  // namespace

@@ -30,6 +30,10 @@ class Surface {
   virtual void Trait(double x1, double y1, double x2, double y2, int largeur) = 0;
   // After this, the document is complete (the file written, the job sent).
   virtual void FinDocument() = 0;
+  // Where the document goes, in words for the access journal ("file BUREAU,
+  // travail BUREAU-12" once a job is sent); "" lets the destination's name
+  // say it. May change with FinDocument.
+  virtual std::string Trace() const { return {}; }
 };
 
 }  // namespace printing

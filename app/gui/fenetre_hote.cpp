@@ -21,8 +21,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/gui/fenetre_journal.h"
 #include "app/gui/personnes.h"
 #include "app/gui/progression.h"
+#include "control/journal_edition.h"
 #include "marbrel/outils.h"
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"
@@ -104,6 +106,8 @@ void FenetreHote::ConstruitFormulaire() {
   controle_->setMinimumSize(controle_->size());
   ligne_actions->addWidget(controle_);
   ligne_actions->addStretch(1);
+  auto* bouton_journal = new QPushButton(QStringLiteral("Journal des impressions…"), formulaire);
+  ligne_actions->addWidget(bouton_journal);
   bouton_apercu_ = new QPushButton(QStringLiteral("Aperçu…"), formulaire);
   bouton_imprimer_ = new QPushButton(QStringLiteral("Imprimer…"), formulaire);
   bouton_imprimer_->setDefault(true);
@@ -136,6 +140,11 @@ void FenetreHote::ConstruitFormulaire() {
   connect(recherche_, &QLineEdit::textChanged, this, &FenetreHote::Recherche);
   connect(bouton_imprimer_, &QPushButton::clicked, this, &FenetreHote::ImprimeEtSignale);
   connect(bouton_apercu_, &QPushButton::clicked, this, &FenetreHote::ApercuEtSignale);
+  connect(bouton_journal, &QPushButton::clicked, this, [this] {
+    if (OuvreJournal() == nullptr) {
+      statusBar()->showMessage(QStringLiteral("Ouvrez d'abord une base."));
+    }
+  });
 }
 
 void FenetreHote::OuvreBase(const QString& chemin) {
@@ -339,6 +348,14 @@ void FenetreHote::Progression() {
   // The window repaints and answers between two pages; its inputs are
   // disabled for the run, and closing it waits for the end.
   QCoreApplication::processEvents();
+}
+
+FenetreJournal* FenetreHote::OuvreJournal() {
+  if (!base_ouverte_) return nullptr;
+  auto* fenetre = new FenetreJournal(journal::Emplacement(base_ouverte_.get(), ""), this);
+  fenetre->setAttribute(Qt::WA_DeleteOnClose);
+  fenetre->show();
+  return fenetre;
 }
 
 void FenetreHote::ImprimeEtSignale() { Signale(Imprime()); }

@@ -27,6 +27,8 @@ class QTableView;
 
 namespace hote {
 
+class FenetreJournal;
+
 // What a print from the window came to, for the status bar and the user.
 struct Bilan {
   bool fait = false;    // a document was produced
@@ -61,6 +63,10 @@ class FenetreHote : public QMainWindow {
   // Records the selected persons' dossiers and shows them in Qt's print
   // preview (modal). With montre false the preview is only prepared (tests).
   Bilan Apercu(bool montre = true);
+
+  // Shows the "Journal des impressions" window of the open store (not modal;
+  // the host window owns it). nullptr when no store is open.
+  FenetreJournal* OuvreJournal();
 
   Ctr_Vesko& Controle() { return *controle_; }
   const printing::Enregistrement& DernierApercu() const { return apercu_; }

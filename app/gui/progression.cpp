@@ -30,6 +30,7 @@ class SurfaceSuivie : public printing::Surface {
     Signale();
     surface_->FinDocument();
   }
+  std::string Trace() const override { return surface_->Trace(); }
 
  private:
   void Signale() {

@@ -39,7 +39,7 @@ TEST(Composant, RegisterInstallsThePluginInfoDescribesItUnregisterRemovesIt) {
   essai::Resultat r = vesko("info");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   for (const char* attendu : {"Composant   : Ctr_Vesko (Edition de la fiche)\n",
-                              "Enregistré  : non\nMembres publiés (45, dans l'ordre des slots) :\n"
+                              "Enregistré  : non\nMembres publiés (46, dans l'ordre des slots) :\n"
                               "  1. TheClient (propriété) : Client As Client\n",
                               "  43. Cadre (procédure) : W_PointDepart As Monnaie, W_Nbligne As "
                               "Entier32, W_TailleCol As TabDyn\n"})

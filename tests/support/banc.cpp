@@ -88,7 +88,11 @@ void Banc::Imprime(const std::string& type, const std::vector<std::string>& cles
   // A print opens the store read-only, like the command does.
   std::shared_ptr<marbrel::Store> store =
       std::make_shared<marbrel::SqliteStore>(chemin_, marbrel::SqliteStore::Mode::LectureSeule);
-  if (!en_panne_.empty()) store = std::make_shared<MagasinDefaillant>(store, en_panne_);
+  if (!en_panne_.empty()) {
+    store = std::make_shared<MagasinDefaillant>(store, en_panne_);
+    // The failing store is not a file: its journal is named for it.
+    controle_->Fixe_Journal(chemin_ + ".journal");
+  }
   controle_->TheDatabase(std::make_shared<marbrel::Base>(store));
   controle_->Edition(liste, t);
 }
