@@ -15,6 +15,7 @@
 #include <iostream>
 
 #include "app/commandes.h"
+#include "app/nom_base.h"
 #include "app/impression_options.h"
 #include "app/impression_queue.h"
 #include "control/ctr_vesko.h"
@@ -235,6 +236,7 @@ void MontreApercu(const printing::Enregistrement& enregistrement, const std::str
 
 void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   const Commande c = Verifie(o);
+  const std::string nom_base = NomDeBase(o.base);
   std::vector<std::string> cles = Cles(o.cles);
   long aujourdhui = o.date.empty() ? -1 : JourDe(o.date);
 
@@ -254,7 +256,7 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   QApplication application(argc, argv);
   if (c.sortie == Sortie::Apercu) ExigeEcran();
 
-  auto base = marbrel::Base::OuvreSqlite(o.base, /*lecture_seule=*/true);
+  auto base = marbrel::Base::Ouvre(nom_base, /*lecture_seule=*/true);
 
   printing::Enregistrement enregistrement;
   EnvoiFile envoi(c.copies, o.pdf_secours);
