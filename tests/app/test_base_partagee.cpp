@@ -84,7 +84,7 @@ TEST_F(BasePartagee, DossierLatin1MarquesEtRefusToutOuRien) {
   r = Vesko("import", base, "--dir '" + (dossier / "latin1") + "' --encodage latin1");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   r = Vesko("select", base, "'SSELECT TABLES AVEC 0 = \"CLÉ/1\"' --fields '0 1 2'");
-  EXPECT_EQ(r.sortie, "CLÉ/1\tLibellé à revoir\tA]B\\C\n");
+  EXPECT_EQ(r.sortie, "CLÉ/1\tLibellé à revoir\tA]B]C\n");
   r = Vesko("export", base, "TABLES --dir '" + (dossier / "retour") + "' --encodage latin1");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_EQ(essai::Lit(dossier / "retour/TABLES/CL\xC9?\\1"), contenu);
