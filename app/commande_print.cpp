@@ -15,9 +15,9 @@
 #include <iostream>
 
 #include "app/commandes.h"
-#include "app/nom_base.h"
 #include "app/impression_options.h"
 #include "app/impression_queue.h"
+#include "app/nom_base.h"
 #include "control/ctr_vesko.h"
 #include "marbrel/base.h"
 #include "marbrel/outils.h"

@@ -24,8 +24,8 @@
 #include "app/gui/personnes.h"
 #include "app/gui/progression.h"
 #include "marbrel/magasin.h"
-#include "marbrel/pg_store.h"
 #include "marbrel/outils.h"
+#include "marbrel/pg_store.h"
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"
 

@@ -25,7 +25,8 @@ int main(int argc, char** argv) {
       QStringLiteral("Vesko — fenêtre hôte : liste les personnes d'une base et imprime leurs "
                      "dossiers."));
   arguments.addHelpOption();
-  const QCommandLineOption base(QStringLiteral("db"), QStringLiteral("Base à ouvrir (défaut : VESKO_DB)."),
+  const QCommandLineOption base(QStringLiteral("db"),
+                                QStringLiteral("Base à ouvrir (défaut : VESKO_DB)."),
                                 QStringLiteral("FICHIER|postgresql://…"));
   const QCommandLineOption type(QStringLiteral("type"),
                                 QStringLiteral("Type de dossier : AIDE ou AIDANT."),
