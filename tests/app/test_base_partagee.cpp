@@ -168,6 +168,20 @@ TEST_F(BasePartagee, ServeurArreteTableAbsenteRoleEnLectureSeule) {
                 NomBase() + " » du serveur PostgreSQL " + d + ":5432 : rien n'a été écrit.\n");
   EXPECT_EQ(r.sortie, "");
   EXPECT_EQ(Vesko("export", lecteur).sortie, avant);
+
+  // A role that may name files but not write records fails in the middle of
+  // the batched writes: the files it named are gone with the rest.
+  serveur.Sql(NomBase(),
+              "CREATE ROLE saisie LOGIN; GRANT SELECT, INSERT ON fichiers TO saisie; "
+              "GRANT SELECT ON enregistrements TO saisie");
+  r = Vesko("import", serveur.Adresse(NomBase(), "saisie"),
+            Ecrit("b.json", R"({"NOUVEAU": {}, "TABLES": {"X": ["x"], "Y": ["y"]}})"));
+  EXPECT_EQ(r.statut, 1);
+  EXPECT_EQ(r.erreurs,
+            "vesko : Le rôle « saisie » n'a pas le droit de modifier la table "
+            "enregistrements de la base « " +
+                NomBase() + " » du serveur PostgreSQL " + d + ":5432 : rien n'a été écrit.\n");
+  EXPECT_EQ(Vesko("export", lecteur).sortie, avant);
 }
 
 // Four desks print the same person while the office imports, twenty times:
