@@ -13,7 +13,6 @@
 #include "marbrel/dump.h"
 #include "marbrel/erreur.h"
 #include "marbrel/magasin.h"
-#include "marbrel/pg_store.h"
 #include "marbrel/repertoire.h"
 
 namespace vesko_app {

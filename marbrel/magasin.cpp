@@ -5,6 +5,10 @@
 
 namespace marbrel {
 
+bool EstAdressePostgres(const std::string& nom) {
+  return nom.rfind("postgresql://", 0) == 0 || nom.rfind("postgres://", 0) == 0;
+}
+
 std::shared_ptr<Store> OuvreMagasin(const std::string& nom, Acces acces) {
   if (EstAdressePostgres(nom)) {
     using Mode = PostgresStore::Mode;

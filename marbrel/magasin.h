@@ -17,6 +17,9 @@ enum class Acces {
   Creation,         // init: makes the store's tables
 };
 
+// True for a name of the shared store ("postgresql://…", "postgres://…").
+bool EstAdressePostgres(const std::string& nom);
+
 std::shared_ptr<Store> OuvreMagasin(const std::string& nom, Acces acces);
 
 // The store's name as messages show it: a SQLite path as it is, a PostgreSQL

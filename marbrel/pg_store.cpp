@@ -104,10 +104,6 @@ std::string Valeur(const char* v) { return v ? v : ""; }
 
 }  // namespace
 
-bool EstAdressePostgres(const std::string& nom) {
-  return nom.rfind("postgresql://", 0) == 0 || nom.rfind("postgres://", 0) == 0;
-}
-
 // A query result that clears itself.
 class PostgresStore::Resultat {
  public:

@@ -99,7 +99,4 @@ class PostgresStore : public Store {
   std::unique_ptr<std::unordered_set<std::string>> fichiers_;
 };
 
-// Connection strings name the shared store; anything else is a SQLite path.
-bool EstAdressePostgres(const std::string& nom);
-
 }  // namespace marbrel

@@ -25,7 +25,6 @@
 #include "app/gui/progression.h"
 #include "marbrel/magasin.h"
 #include "marbrel/outils.h"
-#include "marbrel/pg_store.h"
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"
 
