@@ -212,13 +212,15 @@ void PostgresStore::Echec(PGresult* r, const std::string& quoi) const {
                                " (" + quoi + ").");
   }
   if (etat == "42501") {
-    std::string m = Valeur(message);
-    std::size_t table = m.rfind(' ');
-    throw Erreur(
-        ERR_LECTURE_SEULE,
-        "Le rôle « " + role_ + " » n'a pas le droit de modifier la table " +
-            (table == std::string::npos ? std::string("enregistrements") : m.substr(table + 1)) +
-            " de la " + nom_ + " : rien n'a été écrit.");
+    // "permission denied for table enregistrements", "… for schema public".
+    const std::string m = Valeur(message);
+    const std::size_t espace = m.rfind(' ');
+    const std::string objet = espace == std::string::npos ? "" : m.substr(espace + 1);
+    const std::string quoi_refuse = m.find("for schema") != std::string::npos
+                                        ? "créer des tables dans le schéma " + objet
+                                        : "modifier la table " + objet;
+    throw Erreur(ERR_LECTURE_SEULE, "Le rôle « " + role_ + " » n'a pas le droit de " + quoi_refuse +
+                                        " de la " + nom_ + " : rien n'a été écrit.");
   }
   if (etat == "25006") {
     throw Erreur(ERR_LECTURE_SEULE, "La " + nom_ + " est ouverte en lecture seule.");
