@@ -18,6 +18,7 @@
 #include "app/commandes.h"
 #include "app/impression_options.h"
 #include "app/impression_queue.h"
+#include "app/nom_base.h"
 #include "control/ctr_vesko.h"
 #include "marbrel/base.h"
 #include "marbrel/marques.h"
@@ -258,6 +259,7 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   const Commande c = Verifie(o);
   // Ctrl-C, a closed terminal or a stop removes the document being drawn.
   printing::ProtegeContreInterruptions();
+  const std::string nom_base = NomDeBase(o.base);
   std::vector<std::string> cles = Cles(o.cles);
   long aujourdhui = o.date.empty() ? -1 : JourDe(o.date);
 
@@ -277,7 +279,7 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   QApplication application(argc, argv);
   if (c.sortie == Sortie::Apercu) ExigeEcran();
 
-  auto base = marbrel::Base::OuvreSqlite(o.base, /*lecture_seule=*/true);
+  auto base = marbrel::Base::Ouvre(nom_base, /*lecture_seule=*/true);
 
   printing::Enregistrement enregistrement;
   EnvoiFile envoi(c.copies, o.pdf_secours);

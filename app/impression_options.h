@@ -31,7 +31,9 @@ struct OptionsImpression {
 inline constexpr int kDpiPng = 150;
 
 inline void DeclareOptionsImpression(CLI::App& print, OptionsImpression& o) {
-  print.add_option("--db", o.base, "Fichier de la base (SQLite)")->required();
+  print.add_option("--db", o.base,
+                   "Base : un fichier SQLite, ou postgresql://utilisateur@hôte/base (défaut : "
+                   "VESKO_DB)");
   print.add_option("--type", o.type, "Type de dossier : AIDE ou AIDANT")->required();
   print.add_option("--date", o.date, "Date du jour de l'impression (AAAA-MM-JJ)");
   print.add_option("--pdf", o.pdf, "Écrit le document dans ce fichier PDF");

@@ -5,10 +5,21 @@
 
 namespace Procedure {
 
+namespace {
+// The store whose read snapshot the run holds, from Ouvre_Fichiers to
+// Ferme_Fichiers: every dossier of the run is read from one state of the
+// data, whatever an import commits meanwhile.
+std::shared_ptr<marbrel::Store> Instantane;
+}  // namespace
+
 void Ouvre_Fichiers() {
   if (!Variable::Base) {
     throw marbrel::Erreur(marbrel::ERR_BASE,
                           "Aucune base n'a été confiée au contrôle (propriété TheDatabase).");
+  }
+  if (!Instantane) {
+    Variable::Base->Magasin().DebutInstantane();
+    Instantane = Variable::Base->MagasinPartage();
   }
   for (std::size_t i = 0; i < kNombreFichiers; ++i) {
     Variable::Fichiers[i] = Variable::Base->Ouvre_Fichier(std::string(marbrel::kFichiersVesko[i]));
@@ -20,6 +31,10 @@ void Ferme_Fichiers() {
   for (auto& fichier : Variable::Fichiers) fichier.reset();
   Variable::Principal = {};
   Variable::Tables = {};
+  if (Instantane) {
+    Instantane->FinInstantane();
+    Instantane.reset();
+  }
   Variable::Base.reset();
 }
 

@@ -4,9 +4,10 @@
 namespace Procedure {
 
 // Opens every file of the run, in order, through the Base held by the
-// Variable::Base slot. No base, or a file the store lacks, fails with the
-// library's error naming the file; the files opened before it stay in their
-// slots until Ferme_Fichiers.
+// Variable::Base slot, after beginning the read snapshot of its store that
+// Ferme_Fichiers ends: the whole run reads one state of the data. No base, or
+// a file the store lacks, fails with the library's error naming the file; the
+// files opened before it stay in their slots until Ferme_Fichiers.
 void Ouvre_Fichiers();
 
 // Releases every current record, every file slot (in opening order), the main

@@ -16,6 +16,9 @@ class Base {
 
   // Opens the embedded store in a SQLite file; lecture_seule is what a print uses.
   static std::shared_ptr<Base> OuvreSqlite(const std::string& chemin, bool lecture_seule);
+  // Opens the store named nom: a PostgreSQL address ("postgresql://…") or a
+  // SQLite path (see marbrel/magasin.h).
+  static std::shared_ptr<Base> Ouvre(const std::string& nom, bool lecture_seule);
 
   // The named file. A file the store lacks fails with ERR_FICHIER_INCONNU,
   // naming the file.

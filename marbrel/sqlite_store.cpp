@@ -208,4 +208,21 @@ void SqliteStore::Transaction(const std::function<void()>& f) {
   Execute("COMMIT");
 }
 
+void SqliteStore::DebutInstantane() {
+  if (profondeur_instantane_++ > 0 || profondeur_transaction_ > 0) return;
+  try {
+    Execute("BEGIN");
+    Requete(*this, "SELECT count(*) FROM fichiers").Pas();
+  } catch (...) {
+    --profondeur_instantane_;
+    sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    throw;
+  }
+}
+
+void SqliteStore::FinInstantane() {
+  if (profondeur_instantane_ == 0 || --profondeur_instantane_ > 0) return;
+  if (profondeur_transaction_ == 0) sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr);
+}
+
 }  // namespace marbrel

@@ -42,6 +42,9 @@ class SqliteStore : public Store {
   void Supprime(const std::string& fichier, const std::string& cle) override;
   void EcritLot(const std::string& fichier, const Producteur& suivant) override;
   void Transaction(const std::function<void()>& f) override;
+  // One read transaction (the snapshot is taken at once, by a first read).
+  void DebutInstantane() override;
+  void FinInstantane() override;
 
  private:
   class Requete;
@@ -57,6 +60,7 @@ class SqliteStore : public Store {
   bool lecture_seule_ = false;
   long long parcourus_ = 0;
   int profondeur_transaction_ = 0;
+  int profondeur_instantane_ = 0;
 };
 
 }  // namespace marbrel

@@ -48,6 +48,15 @@ class Store {
   }
   // Runs f as one transaction: everything f wrote is kept, or nothing when f throws.
   virtual void Transaction(const std::function<void()>& f) = 0;
+
+  // A read snapshot: from DebutInstantane to the matching FinInstantane every
+  // read sees the store as it was when the snapshot began, whatever other
+  // connections commit meanwhile. Calls nest; only the outermost pair counts.
+  // A print run holds one for its whole length, so that a dossier printed
+  // while an import commits is wholly the old one or wholly the new one.
+  // FinInstantane never fails.
+  virtual void DebutInstantane() {}
+  virtual void FinInstantane() {}
 };
 
 }  // namespace marbrel

@@ -25,6 +25,7 @@
 #include "app/gui/personnes.h"
 #include "app/gui/progression.h"
 #include "control/journal_edition.h"
+#include "marbrel/magasin.h"
 #include "marbrel/outils.h"
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"
@@ -150,14 +151,16 @@ void FenetreHote::ConstruitFormulaire() {
 void FenetreHote::OuvreBase(const QString& chemin) {
   std::shared_ptr<marbrel::Base> base;
   try {
-    base = marbrel::Base::OuvreSqlite(chemin.toStdString(), /*lecture_seule=*/true);
+    base = marbrel::Base::Ouvre(chemin.toStdString(), /*lecture_seule=*/true);
   } catch (const std::exception& e) {
-    throw std::runtime_error("la base « " + chemin.toStdString() +
+    throw std::runtime_error("la base « " + marbrel::NomAffiche(chemin.toStdString()) +
                              " » ne peut pas être ouverte : " + e.what());
   }
   base_ouverte_ = std::move(base);
   chemin_base_ = chemin;
-  base_->setText(QFileInfo(chemin).absoluteFilePath());
+  base_->setText(marbrel::EstAdressePostgres(chemin.toStdString())
+                     ? QString::fromStdString(marbrel::NomAffiche(chemin.toStdString()))
+                     : QFileInfo(chemin).absoluteFilePath());
   RemplitListe();
 }
 

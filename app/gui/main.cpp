@@ -25,8 +25,9 @@ int main(int argc, char** argv) {
       QStringLiteral("Vesko — fenêtre hôte : liste les personnes d'une base et imprime leurs "
                      "dossiers."));
   arguments.addHelpOption();
-  const QCommandLineOption base(QStringLiteral("db"), QStringLiteral("Base à ouvrir."),
-                                QStringLiteral("FICHIER"));
+  const QCommandLineOption base(QStringLiteral("db"),
+                                QStringLiteral("Base à ouvrir (défaut : VESKO_DB)."),
+                                QStringLiteral("FICHIER|postgresql://…"));
   const QCommandLineOption type(QStringLiteral("type"),
                                 QStringLiteral("Type de dossier : AIDE ou AIDANT."),
                                 QStringLiteral("TYPE"));
@@ -56,7 +57,11 @@ int main(int argc, char** argv) {
           marbrel::Outils::Date_Interne(jour.year(), jour.month(), jour.day()));
     }
     if (arguments.isSet(type)) fenetre.ChoisitType(arguments.value(type));
-    if (arguments.isSet(base)) fenetre.OuvreBase(arguments.value(base));
+    if (arguments.isSet(base)) {
+      fenetre.OuvreBase(arguments.value(base));
+    } else if (!qEnvironmentVariableIsEmpty("VESKO_DB")) {
+      fenetre.OuvreBase(qEnvironmentVariable("VESKO_DB"));
+    }
     if (arguments.isSet(recherche)) fenetre.Recherche(arguments.value(recherche));
     if (arguments.isSet(selection)) {
       fenetre.Selectionne(arguments.value(selection).split(',', Qt::SkipEmptyParts));

@@ -1,7 +1,7 @@
 // The smallest host of the Vesko control: a form that holds a Ctr_Vesko and
 // prints dossiers with it, as a host application does.
 //
-//   hote_exemple BASE.vesko TYPE FICHIER.pdf CLE...
+//   hote_exemple BASE TYPE FICHIER.pdf CLE...   (BASE: a SQLite file or postgresql://…)
 //
 // It places the control on its form, hands it a client and a database, says
 // which printer to use (the built-in "PDF", writing FICHIER.pdf) and calls
@@ -44,7 +44,7 @@ int main(int argc, char** argv) {
   // The host's objects, set before every Edition, then the keys, one per
   // attribute.
   controle->TheClient(std::make_shared<marbrel::Client>());
-  controle->TheDatabase(marbrel::Base::OuvreSqlite(argv[1], /*lecture_seule=*/true));
+  controle->TheDatabase(marbrel::Base::Ouvre(argv[1], /*lecture_seule=*/true));
   marbrel::TabDyn cles;
   for (int i = 4; i < argc; ++i) cles.Remplace(i - 3, argv[i]);
   std::string type = argv[2];
