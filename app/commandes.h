@@ -26,6 +26,8 @@ struct UsageError : std::runtime_error {
 void AjouteCommandesDonnees(CLI::App& app, int& statut);
 // print.
 void AjouteCommandeImpression(CLI::App& app, int& statut, int& argc, char** argv);
+// printers: the print server's queues, their state and the default.
+void AjouteCommandeImprimantes(CLI::App& app, int& statut, int& argc, char** argv);
 // component register|unregister|info.
 void AjouteCommandeComposant(CLI::App& app, int& statut, int& argc, char** argv);
 

@@ -56,7 +56,7 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
     const bool aide = Type_Dossier == "AIDE";
     const bool aidant = Type_Dossier == "AIDANT";
 
-    for (std::int32_t i = 1; i <= Nb_Personne; ++i) {
+    for (std::int32_t i = 1; i <= Nb_Personne && !abandon_; ++i) {
       Index_Personne = i;
       // The key is read afresh before each call that takes it: a section
       // receives it by reference and must not change the next one's.
@@ -81,7 +81,7 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
       deja_imprime = true;
 
 #define VESKO_LIGNE(condition, appel)      \
-  if (condition) {                         \
+  if ((condition) && !abandon_) {          \
     std::string W_Code = cle();            \
     Garde(#appel, W_Code, [&] { appel; }); \
   }
@@ -130,6 +130,7 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
     Travail2 = TabDyn();
     QCoreApplication::processEvents();
   }
-  // The document is always ended, so everything printed reaches the printer.
-  Garde("Fin du document", "", [&] { P().EndDoc(); });
+  // The document is always ended, so everything printed reaches the printer;
+  // an abandoned run is the exception: its surface goes unfinished.
+  if (!abandon_) Garde("Fin du document", "", [&] { P().EndDoc(); });
 }

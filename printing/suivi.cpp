@@ -1,59 +1,64 @@
-#include "app/gui/progression.h"
+#include "printing/suivi.h"
 
-namespace hote {
+namespace printing {
 
 namespace {
 
-class SurfaceSuivie : public printing::Surface {
+class SurfaceSuivie : public Surface {
  public:
-  SurfaceSuivie(std::unique_ptr<printing::Surface> surface, Suivi suivi,
+  SurfaceSuivie(std::unique_ptr<Surface> surface, Suivi suivi,
                 std::chrono::milliseconds pas)
       : surface_(std::move(surface)), suivi_(std::move(suivi)), pas_(pas) {}
 
-  void DebutDocument(const printing::Papier& papier) override {
+  void DebutDocument(const Papier& papier) override {
+    if (abandonne_) return;
     surface_->DebutDocument(papier);
     Signale();
   }
   void NouvellePage() override {
+    if (abandonne_) return;
     surface_->NouvellePage();
     Signale();
   }
-  void Texte(double x, double y, const printing::Police& police,
+  void Texte(double x, double y, const Police& police,
              const std::string& texte) override {
+    if (abandonne_) return;
     surface_->Texte(x, y, police, texte);
     if (std::chrono::steady_clock::now() - dernier_ >= pas_) Signale();
   }
   void Trait(double x1, double y1, double x2, double y2, int largeur) override {
-    surface_->Trait(x1, y1, x2, y2, largeur);
+    if (!abandonne_) surface_->Trait(x1, y1, x2, y2, largeur);
   }
   void FinDocument() override {
+    if (abandonne_) return;
     Signale();
-    surface_->FinDocument();
+    if (!abandonne_) surface_->FinDocument();
   }
 
  private:
   void Signale() {
     dernier_ = std::chrono::steady_clock::now();
-    if (suivi_) suivi_();
+    if (suivi_ && !suivi_()) abandonne_ = true;
   }
 
-  std::unique_ptr<printing::Surface> surface_;
+  std::unique_ptr<Surface> surface_;
   Suivi suivi_;
   std::chrono::milliseconds pas_;
   std::chrono::steady_clock::time_point dernier_ = std::chrono::steady_clock::now();
+  bool abandonne_ = false;
 };
 
 }  // namespace
 
-std::vector<printing::Destination> AvecSuivi(std::vector<printing::Destination> liste, Suivi suivi,
+std::vector<Destination> AvecSuivi(std::vector<Destination> liste, Suivi suivi,
                                              std::chrono::milliseconds pas) {
-  for (printing::Destination& d : liste) {
-    d.ouvre = [ouvre = d.ouvre, suivi, pas](const printing::Travail& travail) {
-      return std::unique_ptr<printing::Surface>(
+  for (Destination& d : liste) {
+    d.ouvre = [ouvre = d.ouvre, suivi, pas](const Travail& travail) {
+      return std::unique_ptr<Surface>(
           std::make_unique<SurfaceSuivie>(ouvre(travail), suivi, pas));
     };
   }
   return liste;
 }
 
-}  // namespace hote
+}  // namespace printing
