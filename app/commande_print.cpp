@@ -222,9 +222,12 @@ long ChoisitDestination(const OptionsImpression& o, const Commande& c,
     if (liste[i].nom == o.imprimante) choix = static_cast<long>(i);
   }
   if (choix < 0) {
-    throw std::runtime_error("l'imprimante « " + o.imprimante +
-                             " » est connue du serveur d'impression mais absente de la liste "
-                             "des imprimantes de Qt.");
+    // The server knows it (it was just asked) but Qt does not list it: an
+    // lpoptions instance, or a queue added since. The job goes there all the same.
+    std::vector<printing::Destination> complete = liste;
+    complete.insert(complete.end() - 1, envoi.DestinationPour(o.imprimante));
+    choix = static_cast<long>(complete.size()) - 2;
+    imprimantes.Installe(std::move(complete));
   }
   return choix;
 }

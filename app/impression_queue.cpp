@@ -19,6 +19,12 @@ std::vector<printing::Destination> EnvoiFile::Destinations() const {
   return cups::Destinations(reglages_);
 }
 
+printing::Destination EnvoiFile::DestinationPour(const std::string& file) const {
+  return {file, [file, reglages = reglages_](const printing::Travail& travail) {
+            return cups::SurfaceFile(file, travail, reglages);
+          }};
+}
+
 bool EnvoiFile::PeutImprimer(const std::string& file) {
   file_ = file;
   const cups::Verification v = cups::Verifie(file);

@@ -21,6 +21,10 @@ class EnvoiFile {
   // Options of every job (-o), given after the queue's defaults.
   void Options(printing::cups::OptionsTravail options) { reglages_->options = std::move(options); }
 
+  // One queue, or an instance of it ("QUEUE/instance", which Qt's list
+  // leaves out), sending its jobs through this.
+  printing::Destination DestinationPour(const std::string& file) const;
+
   // The system's printer list, whose queues send their jobs through this.
   std::vector<printing::Destination> Destinations() const;
 

@@ -1,6 +1,8 @@
 #include "app/usage.h"
 
 #include <regex>
+#include <sstream>
+#include <vector>
 
 namespace vesko_app {
 
@@ -71,9 +73,15 @@ std::string Traduit(const CLI::App& atteinte, const CLI::ParseError& erreur) {
     }
     return "une option obligatoire manque.";
   }
-  if (type == "ExtrasError") {
-    const std::string reste = texte.substr(texte.find(": ") + 2);
-    const std::string premier = reste.substr(0, reste.find(' '));
+  // ExtrasError takes the command's name as its own: it is known by its code.
+  if (erreur.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)) {
+    // CLI11 lists the extra words last first.
+    std::vector<std::string> mots;
+    std::istringstream flux(texte.substr(texte.find(": ") + 2));
+    for (std::string mot; flux >> mot;) mots.insert(mots.begin(), mot);
+    std::string reste;
+    for (const std::string& mot : mots) reste += (reste.empty() ? "" : " ") + mot;
+    const std::string& premier = mots.empty() ? reste : mots.front();
     if (!premier.empty() && premier[0] == '-') return "option inconnue « " + premier + " ».";
     if (!atteinte.get_subcommands({}).empty()) {
       return "sous-commande inconnue « " + premier + " » : " + Liste(atteinte) + ".";

@@ -99,7 +99,18 @@ std::string Instance(const std::string& file) {
 // The queue or its instance with its lpoptions (nullptr: unknown).
 cups_dest_t* DestinationCups(http_t* http, const std::string& file) {
   const std::string instance = Instance(file);
-  return cupsGetNamedDest(http, NomFile(file).c_str(), instance.empty() ? nullptr : instance.c_str());
+  cups_dest_t* dest =
+      cupsGetNamedDest(http, NomFile(file).c_str(), instance.empty() ? nullptr : instance.c_str());
+  if (dest == nullptr || instance.empty()) return dest;
+  // libcups makes up an instance that no lpoptions file defines: it must be
+  // among the destinations the user's and the system's lpoptions list.
+  cups_dest_t* toutes = nullptr;
+  const int n = cupsGetDests2(http, &toutes);
+  const bool definie = cupsGetDest(NomFile(file).c_str(), instance.c_str(), n, toutes) != nullptr;
+  cupsFreeDests(n, toutes);
+  if (definie) return dest;
+  cupsFreeDests(1, dest);
+  return nullptr;
 }
 
 std::string UriFile(const std::string& nom) {

@@ -34,17 +34,18 @@ TEST_F(BureauCups, AnInstancesOptionsAndDashOOptionsReachTheJob) {
   // The test's own HOME: its lpoptions only, never the user's.
   std::filesystem::create_directories(dossier / ".cups");
   std::ofstream(dossier / ".cups/lpoptions")
-      << "Dest CAPTURE/recto sides=two-sided-long-edge media=A3 job-priority=80\n";
+      << "Dest CAPTURE/recto sides=two-sided-long-edge media=A3 number-up=4\n";
   const std::string home = "HOME='" + dossier.chemin + "' ";
 
-  Resultat r = Lance(home + Print("--printer CAPTURE/recto -o job-priority=20 -o 'number-up=2'"));
+  Resultat r = Lance(home + Print("--printer CAPTURE/recto -o 'number-up=2 print-color-mode=color'"));
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   essai_cups::Capture job = AttendCapture("CAPTURE", Numero(r.sortie));
   ASSERT_NE(job.numero, 0) << r.sortie << Journal();
   EXPECT_EQ(job.infos, "DOSSIER AIDE A0001 1 A3");
   EXPECT_NE(job.options.find("sides=two-sided-long-edge"), std::string::npos) << job.options;
-  EXPECT_NE(job.options.find("job-priority=20"), std::string::npos) << job.options;
+  EXPECT_NE(job.options.find("print-color-mode=color"), std::string::npos) << job.options;
   EXPECT_NE(job.options.find("number-up=2"), std::string::npos) << job.options;
+  EXPECT_EQ(job.options.find("number-up=4"), std::string::npos) << "-o passe après l'instance";
   EXPECT_NE(Lance("pdfinfo '" + job.fichier + "'").sortie.find("(A3)"), std::string::npos)
       << "le document est dessiné sur le papier de l'instance";
 
@@ -81,10 +82,10 @@ TEST_F(BureauCups, PrintersListsTheQueuesWithTheirStateAndTheDefault) {
 // and the question asked again; the menu never goes into standard output.
 TEST_F(BureauCups, TheTerminalMenuMarksTheDefaultAndRefusesAStoppedQueue) {
   const std::string sortie = dossier / "sortie.txt";
-  // script gives the command a terminal; its input is what the user types.
-  const Resultat r =
-      Lance("printf '2\\n1\\n' | HOME='" + dossier.chemin + "' script -qec \"" +
-            Print("") + " > '" + sortie + "'\" /dev/null");
+  // script gives the command a terminal; its input is what the user types
+  // (the braces keep Lance's </dev/null off script).
+  const Resultat r = Lance("{ printf '2\\n1\\n' | HOME='" + dossier.chemin + "' script -qec \"" +
+                           Print("") + " > '" + sortie + "'\" /dev/null; }");
   const std::string terminal = r.sortie;
   EXPECT_NE(terminal.find("1. CAPTURE (par défaut) — prête"), std::string::npos) << terminal;
   EXPECT_NE(terminal.find("2. ARRETEE — arrêtée : Bourrage papier dans le bac 2"),
