@@ -4,6 +4,7 @@
 #include <QPageSize>
 #include <QPrintDialog>
 #include <QPrintEngine>
+#include <QRadioButton>
 #include <stdexcept>
 
 namespace hote {
@@ -42,6 +43,13 @@ PagesChoisies Pages(const QPrinter& imprimante) {
 
 printing::cups::OptionsTravail OptionsFile(QPrinter& imprimante) {
   printing::cups::OptionsTravail options;
+  if (QPrintEngine* moteur = imprimante.printEngine()) {
+    const QStringList paires = moteur->property(kOptionsCups).toStringList();
+    for (qsizetype i = 0; i + 1 < paires.size(); i += 2) {
+      options.emplace_back(paires[i].toStdString(), paires[i + 1].toStdString());
+    }
+  }
+  // The dialog's sides come last: its own options carry the queue's default.
   switch (imprimante.duplex()) {
     case QPrinter::DuplexNone:
       options.emplace_back("sides", "one-sided");
@@ -54,13 +62,24 @@ printing::cups::OptionsTravail OptionsFile(QPrinter& imprimante) {
       options.emplace_back("sides", "two-sided-short-edge");
       break;
   }
-  if (QPrintEngine* moteur = imprimante.printEngine()) {
-    const QStringList paires = moteur->property(kOptionsCups).toStringList();
-    for (qsizetype i = 0; i + 1 < paires.size(); i += 2) {
-      options.emplace_back(paires[i].toStdString(), paires[i + 1].toStdString());
-    }
-  }
   return options;
+}
+
+// Two-sided printing as the dialog shows it. Qt offers the choice for every
+// CUPS queue but keeps it in the printer only when the queue's driver
+// declares it; the user's choice is read from the dialog itself and sent to
+// the server, which knows what the printer can do.
+std::string CoteDuDialogue(const QPrintDialog& dialogue) {
+  const auto* boite = dialogue.findChild<QWidget*>(QStringLiteral("duplex"));
+  if (boite == nullptr || !boite->isEnabled()) return "";
+  const auto coche = [&](const char* nom) {
+    const auto* b = dialogue.findChild<QRadioButton*>(QString::fromLatin1(nom));
+    return b != nullptr && b->isChecked();
+  };
+  if (coche("duplexLong")) return "two-sided-long-edge";
+  if (coche("duplexShort")) return "two-sided-short-edge";
+  if (coche("noDuplex")) return "one-sided";
+  return "";
 }
 
 }  // namespace
@@ -112,8 +131,10 @@ std::string ChoixImprimanteQt::Choisit(const std::string& format_papier) {
   dialogue.setOption(QAbstractPrintDialog::PrintSelection, false);
   if (dialogue.exec() != QDialog::Accepted) return "-1";
 
-  const Choix choix =
-      Interprete(imprimante_, printing::ListeImprimantes::Courante().Destinations());
+  Choix choix = Interprete(imprimante_, printing::ListeImprimantes::Courante().Destinations());
+  if (const std::string cotes = CoteDuDialogue(dialogue); !cotes.empty() && choix.pdf.empty()) {
+    choix.options.emplace_back("sides", cotes);
+  }
   if (choix.pdf.empty()) {
     const printing::cups::Verification v = printing::cups::Verifie(imprimante_.printerName().toStdString());
     if (!v.Prete()) throw std::runtime_error(v.Message());

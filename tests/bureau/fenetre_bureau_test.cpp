@@ -28,12 +28,14 @@ namespace fs = std::filesystem;
 
 class Bureau : public essai_cups::AvecServeur {
  protected:
+  void TearDown() override { fenetre.reset(); }
   void SetUp() override {
     if (!essai_bureau::Ecran().empty()) GTEST_SKIP() << essai_bureau::Ecran();
     AvecServeur::SetUp();
     static const bool traduit = printing::InstalleTraductionsQt(essai::Application());
     ASSERT_TRUE(traduit) << "traductions de Qt absentes (paquet qt6-translations-l10n)";
-    fenetre.Controle().Fixe_Aujourdhui(marbrel::Outils::Date_Interne(2024, 3, 15));
+    fenetre = std::make_unique<hote::FenetreHote>();
+    fenetre->Controle().Fixe_Aujourdhui(marbrel::Outils::Date_Interne(2024, 3, 15));
   }
 
   // Answers the print dialog once it is up: choisit sets it as the user
@@ -68,7 +70,7 @@ class Bureau : public essai_cups::AvecServeur {
     return bilan.resume.section('-', 1).section(' ', 0, 0).toInt();
   }
 
-  hote::FenetreHote fenetre;
+  std::unique_ptr<hote::FenetreHote> fenetre;  // once the application runs on the screen
   QTimer minuterie;
   QElapsedTimer dans_le_dialogue;
   bool repondu = false, progression_sur_dialogue = false;
@@ -76,15 +78,15 @@ class Bureau : public essai_cups::AvecServeur {
 };
 
 TEST_F(Bureau, TheUserTakesTwoSecondsInTheFrenchPrintDialogAndTheJobHasBothDossiers) {
-  fenetre.OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
-  fenetre.Selectionne({"A0001", "A0002"});
-  fenetre.show();
+  fenetre->OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
+  fenetre->Selectionne({"A0001", "A0002"});
+  fenetre->show();
   RepondAuDialogue(2000, [](QPrintDialog&) {});
-  const hote::Bilan bilan = fenetre.Imprime();
+  const hote::Bilan bilan = fenetre->Imprime();
   ASSERT_TRUE(repondu);
   EXPECT_FALSE(progression_sur_dialogue) << "la progression couvre le dialogue d'impression";
   EXPECT_EQ(titre_dialogue, "Imprimer les dossiers");
-  EXPECT_EQ(texte_imprimer, "&Imprimer") << "le dialogue de Qt n'est pas traduit";
+  EXPECT_EQ(texte_imprimer, "Im&primer") << "le dialogue de Qt n'est pas traduit";
   ASSERT_TRUE(bilan.fait) << bilan.alertes.join("\n").toStdString();
   const int numero = NumeroDe(bilan);
   EXPECT_EQ(bilan.resume, QString("Travail CAPTURE-%1 envoyé à l'imprimante « CAPTURE ».").arg(numero));
@@ -96,30 +98,33 @@ TEST_F(Bureau, TheUserTakesTwoSecondsInTheFrenchPrintDialogAndTheJobHasBothDossi
   EXPECT_NE(texte.find("A0002 LEFEBVRE Marcel"), std::string::npos) << "deux dossiers, un travail";
 }
 
-// Pages 2 to 3, two-sided: the job holds those two pages and asks for both sides.
-TEST_F(Bureau, ThePageRangeAndTwoSidedPrintingOfTheDialogReachTheJob) {
-  fenetre.OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
-  fenetre.Selectionne({"A0001"});
-  fenetre.show();
-  RepondAuDialogue(0, [](QPrintDialog& d) {
+// Pages 2 to 3, last first, on both sides: the job holds those two pages in
+// that order and asks for both sides; the dialog's own job options (the
+// queue's advanced ones) reach the job too.
+TEST_F(Bureau, ThePageRangeOrderSidesAndOptionsOfTheDialogReachTheJob) {
+  fenetre->OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
+  fenetre->Selectionne({"A0001"});
+  fenetre->show();
+  RepondAuDialogue(0, [&](QPrintDialog& d) {
     d.findChild<QRadioButton*>("printRange")->setChecked(true);
     d.findChild<QSpinBox*>("to")->setValue(3);
     d.findChild<QSpinBox*>("from")->setValue(2);
-    auto* recto_verso = d.findChild<QRadioButton*>("duplexLong");
-    recto_verso->setEnabled(true);
-    recto_verso->setChecked(true);
+    d.findChild<QCheckBox*>("reverse")->setChecked(true);
+    d.findChild<QRadioButton*>("duplexLong")->setChecked(true);
   });
-  const hote::Bilan bilan = fenetre.Imprime();
+  const hote::Bilan bilan = fenetre->Imprime();
   ASSERT_TRUE(bilan.fait) << bilan.alertes.join("\n").toStdString();
   const essai_cups::Capture job = AttendCapture("CAPTURE", NumeroDe(bilan));
   ASSERT_NE(job.numero, 0) << Journal();
   EXPECT_NE(essai::Lance("pdfinfo '" + job.fichier + "'").sortie.find("Pages:           2\n"),
             std::string::npos);
   const std::string texte = essai::Lance("pdftotext '" + job.fichier + "' -").sortie;
-  EXPECT_NE(texte.find("Page 2"), std::string::npos) << texte;
-  EXPECT_NE(texte.find("Page 3"), std::string::npos);
+  ASSERT_NE(texte.find("Page 3"), std::string::npos) << texte;
+  ASSERT_NE(texte.find("Page 2"), std::string::npos);
+  EXPECT_LT(texte.find("Page 3"), texte.find("Page 2")) << "l'ordre inverse est perdu";
   EXPECT_EQ(texte.find("Page 1\n"), std::string::npos);
   EXPECT_NE(job.options.find("sides=two-sided-long-edge"), std::string::npos) << job.options;
+  EXPECT_NE(job.options.find("number-up-layout=lrtb"), std::string::npos) << job.options;
 }
 
 // 300 dossiers, "Annuler" in the progress: no job, no temporary file, and
@@ -137,10 +142,10 @@ TEST_F(Bureau, CancellingA300PersonRunSendsNothingAndLeavesNoFile) {
   const std::string base = dossier / "lot.vesko";
   ASSERT_EQ(essai::Vesko("init --db '" + base + "'").statut, 0);
   ASSERT_EQ(essai::Vesko("import --db '" + base + "' '" + (dossier / "lot.json") + "'").statut, 0);
-  fenetre.OuvreBase(QString::fromStdString(base));
-  fenetre.Selectionne(cles);
-  ASSERT_EQ(fenetre.ClesChoisies().size(), 300);
-  fenetre.show();
+  fenetre->OuvreBase(QString::fromStdString(base));
+  fenetre->Selectionne(cles);
+  ASSERT_EQ(fenetre->ClesChoisies().size(), 300);
+  fenetre->show();
 
   // The job's temporary PDF goes to a folder of this test only.
   fs::create_directories(dossier / "tmp");
@@ -165,7 +170,7 @@ TEST_F(Bureau, CancellingA300PersonRunSendsNothingAndLeavesNoFile) {
     }
   });
   annule.start(20);
-  const hote::Bilan bilan = fenetre.Imprime();
+  const hote::Bilan bilan = fenetre->Imprime();
   annule.stop();
   if (ancien.empty()) unsetenv("TMPDIR"); else setenv("TMPDIR", ancien.c_str(), 1);
 
@@ -173,28 +178,28 @@ TEST_F(Bureau, CancellingA300PersonRunSendsNothingAndLeavesNoFile) {
   EXPECT_FALSE(bilan.fait);
   EXPECT_EQ(bilan.resume, "Impression annulée : rien n'a été envoyé.");
   EXPECT_TRUE(bilan.alertes.isEmpty()) << bilan.alertes.join("\n").toStdString();
-  EXPECT_LT(fenetre.Controle().Index_Personne, 300) << "la fin du lot a quand même été calculée";
+  EXPECT_LT(fenetre->Controle().Index_Personne, 300) << "la fin du lot a quand même été calculée";
   EXPECT_TRUE(fs::is_empty(dossier / "tmp")) << "un PDF temporaire est resté";
   std::this_thread::sleep_for(std::chrono::seconds(1));
   EXPECT_EQ(jobs(), jobs_avant) << "un travail est parti";
-  EXPECT_TRUE(fenetre.Controle().isEnabled());
+  EXPECT_TRUE(fenetre->Controle().isEnabled());
 }
 
 // A stopped queue is said before a single dossier is drawn.
 TEST_F(Bureau, AStoppedQueueIsToldBeforeAnythingIsDrawn) {
-  fenetre.OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
-  fenetre.Selectionne({"A0001", "A0002"});
-  fenetre.show();
+  fenetre->OuvreBase(QString::fromStdString(essai_cups::BaseDemo()));
+  fenetre->Selectionne({"A0001", "A0002"});
+  fenetre->show();
   RepondAuDialogue(0, [](QPrintDialog& d) {
     auto* files = d.findChild<QComboBox*>("printers");
     files->setCurrentIndex(files->findText("ARRETEE"));
   });
-  const hote::Bilan bilan = fenetre.Imprime();
+  const hote::Bilan bilan = fenetre->Imprime();
   EXPECT_FALSE(bilan.fait);
   EXPECT_EQ(bilan.alertes,
             QStringList("L'imprimante « ARRETEE » est arrêtée : Bourrage papier dans le bac 2."));
   EXPECT_EQ(bilan.resume, "L'impression n'a pas été faite.");
-  EXPECT_EQ(fenetre.Controle().Index_Personne, 0) << "des dossiers ont été calculés";
+  EXPECT_EQ(fenetre->Controle().Index_Personne, 0) << "des dossiers ont été calculés";
 }
 
 }  // namespace
