@@ -360,7 +360,7 @@ IssueTravail Attend(const std::string& file, int numero, const SuiviAttente& sui
                     std::chrono::milliseconds pas) {
   const std::string nom = NomFile(file);
   const auto debut = std::chrono::steady_clock::now();
-  std::string dernier_message;
+  std::string dernier_message, vu;
   for (;;) {
     Connexion connexion;
     if (connexion.Http() == nullptr) {
@@ -380,17 +380,20 @@ IssueTravail Attend(const std::string& file, int numero, const SuiviAttente& sui
         // Waiting or printing: it ends only if its queue still runs.
         const Verification v = VerifieSur(connexion, file);
         if (v.etat == EtatFile::Arretee) return {FinTravail::FileArretee, v.raison};
-        // A printer that jams keeps the job and says why; the user hears it.
+        // A printer that jams keeps the job and says why; the user hears it
+        // once the message holds over two questions, so that the last words
+        // of a job about to end are told once, with its end.
         const std::string message = MessageFile(connexion.Http(), nom);
-        if (message != dernier_message) {
+        if (message == vu && message != dernier_message) {
           dernier_message = message;
           if (!message.empty() && suivi.message) suivi.message(message);
         }
+        vu = message;
         break;
       }
     }
     if (suivi.delai.count() > 0 && std::chrono::steady_clock::now() - debut >= suivi.delai) {
-      return {FinTravail::Delai, dernier_message};
+      return {FinTravail::Delai, vu};
     }
     std::this_thread::sleep_for(pas);
   }

@@ -105,7 +105,8 @@ struct IssueTravail {
 // How a wait keeps the user informed and when it gives up.
 struct SuiviAttente {
   // Told the printer's state message each time it changes while the job
-  // waits or prints ("Plus de papier dans le bac 1"); never told "".
+  // waits or prints ("Plus de papier dans le bac 1"), once the new message
+  // has held over two questions to the server; never told "".
   std::function<void(const std::string&)> message;
   // The longest wait (0: no limit); past it the wait ends with Delai.
   std::chrono::milliseconds delai{0};

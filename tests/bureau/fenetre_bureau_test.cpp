@@ -15,6 +15,7 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <functional>
+#include <thread>
 
 #include "app/gui/fenetre_hote.h"
 #include "marbrel/outils.h"
@@ -200,6 +201,29 @@ TEST_F(Bureau, AStoppedQueueIsToldBeforeAnythingIsDrawn) {
             QStringList("L'imprimante « ARRETEE » est arrêtée : Bourrage papier dans le bac 2."));
   EXPECT_EQ(bilan.resume, "L'impression n'a pas été faite.");
   EXPECT_EQ(fenetre->Controle().Index_Personne, 0) << "des dossiers ont été calculés";
+}
+
+}  // namespace
+
+namespace {
+
+// vesko-gui with a store that does not exist: the window opens all the same
+// and a French message box names the file.
+TEST_F(Bureau, AStoreThatCannotBeOpenedIsToldInAMessageBoxOfTheOpenWindow) {
+  const std::string absente = dossier / "absente.vesko";
+  const std::string lancement = "cd '" + dossier.chemin + "' && (" VESKO_BINARY_DIR
+                                "/vesko-gui --db '" + absente + "' & echo $! > pid)";
+  ASSERT_EQ(essai::Lance(lancement).statut, 0);
+  std::string fenetres;
+  for (int essai = 0; essai < 100; ++essai) {
+    fenetres = essai::Lance("LC_ALL=C.UTF-8 xwininfo -root -tree").sortie;
+    if (fenetres.find("\"Ouvrir une base\"") != std::string::npos) break;
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+  essai::Lance("kill $(cat '" + (dossier / "pid") + "')");
+  EXPECT_NE(fenetres.find("\"Vesko — fiches des aidants et des aidés\""), std::string::npos)
+      << fenetres;
+  EXPECT_NE(fenetres.find("\"Ouvrir une base\""), std::string::npos) << fenetres;
 }
 
 }  // namespace
