@@ -31,7 +31,8 @@ std::string EssaieChargement(const std::string& plugin) {
   close(tube[1]);
   std::string raison;
   char tampon[512];
-  for (ssize_t n; (n = read(tube[0], tampon, sizeof tampon)) > 0;) raison.append(tampon, static_cast<size_t>(n));
+  for (ssize_t n; (n = read(tube[0], tampon, sizeof tampon)) > 0;)
+    raison.append(tampon, static_cast<size_t>(n));
   close(tube[0]);
   int statut = 0;
   waitpid(enfant, &statut, 0);

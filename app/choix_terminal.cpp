@@ -47,7 +47,8 @@ long DemandeImprimante(const std::vector<printing::Destination>& liste,
       sortie << "\n";
       return -1;
     }
-    if (marbrel::EstNumerique(reponse) && reponse.find_first_not_of("0123456789 ") == std::string::npos) {
+    if (marbrel::EstNumerique(reponse) &&
+        reponse.find_first_not_of("0123456789 ") == std::string::npos) {
       const long n = std::stol(reponse);
       if (n == 0) return -1;
       if (n >= 1 && n <= static_cast<long>(liste.size())) {

@@ -62,8 +62,8 @@ QString DossierParDefaut() {
 // folder once installed (lib/vesko/plugins → lib), in lib/ of a build tree.
 QString BibliothequeLivree(const QString& plugin) {
   const QDir dossier = QFileInfo(plugin).absoluteDir();
-  for (const QString& chemin :
-       {dossier.filePath("../../" + kNomBibliotheque), dossier.filePath("../lib/" + kNomBibliotheque)}) {
+  for (const QString& chemin : {dossier.filePath("../../" + kNomBibliotheque),
+                                dossier.filePath("../lib/" + kNomBibliotheque)}) {
     if (QFileInfo::exists(chemin)) return QFileInfo(chemin).canonicalFilePath();
   }
   return QString();

@@ -41,7 +41,7 @@ enum class Sortie { Pdf, File, Texte, Json, Png, Apercu, Demande };
 struct Commande {
   Sortie sortie = Sortie::Demande;
   int copies = 1;
-  std::int16_t papier = 9;  // DMPAPER code
+  std::int16_t papier = 9;                 // DMPAPER code
   std::chrono::seconds delai{0};           // --timeout of --wait (0: none)
   printing::cups::OptionsTravail options;  // -o, as lp takes them
 };
@@ -260,9 +260,11 @@ class PdfSurSortie {
  public:
   PdfSurSortie() {
     const char* tmp = std::getenv("TMPDIR");
-    chemin_ = std::string(tmp != nullptr && *tmp != '\0' ? tmp : "/tmp") + "/vesko-sortie-XXXXXX.pdf";
+    chemin_ =
+        std::string(tmp != nullptr && *tmp != '\0' ? tmp : "/tmp") + "/vesko-sortie-XXXXXX.pdf";
     const int fd = mkstemps(chemin_.data(), 4);
-    if (fd < 0) throw std::runtime_error("impossible de créer le fichier temporaire " + chemin_ + ".");
+    if (fd < 0)
+      throw std::runtime_error("impossible de créer le fichier temporaire " + chemin_ + ".");
     close(fd);
   }
   ~PdfSurSortie() { std::remove(chemin_.c_str()); }
@@ -272,7 +274,8 @@ class PdfSurSortie {
   void Copie() const {
     std::ifstream f(chemin_, std::ios::binary);
     std::cout << f.rdbuf() << std::flush;
-    if (!std::cout) throw std::runtime_error("le PDF n'a pas pu être écrit sur la sortie standard.");
+    if (!std::cout)
+      throw std::runtime_error("le PDF n'a pas pu être écrit sur la sortie standard.");
   }
 
  private:
@@ -296,8 +299,9 @@ void Imprime(const OptionsImpression& options, int& argc, char** argv) {
   std::vector<std::string> cles = Cles(options.cles);
   // Like lp without a file, a print of nobody is a mistake, not an empty document.
   if (cles.empty()) {
-    throw UsageError("aucune clé : donnez les clés des personnes, ou - pour les lire sur l'entrée "
-                     "standard.");
+    throw UsageError(
+        "aucune clé : donnez les clés des personnes, ou - pour les lire sur l'entrée "
+        "standard.");
   }
   long aujourdhui = options.date.empty() ? -1 : JourDe(options.date);
   std::unique_ptr<PdfSurSortie> sortie_standard;

@@ -10,15 +10,14 @@ ProgressionTerminal::ProgressionTerminal(std::FILE* flux, bool force)
     : flux_(flux), actif_(force || isatty(fileno(flux)) != 0) {}
 
 std::string ProgressionTerminal::Ligne(const Avancement& a, double secondes) {
-  std::string ligne = "Dossier " + std::to_string(a.personne) + " sur " +
-                      std::to_string(a.total) + " — " + std::to_string(a.pages) + " page" +
-                      (a.pages > 1 ? "s" : "");
+  std::string ligne = "Dossier " + std::to_string(a.personne) + " sur " + std::to_string(a.total) +
+                      " — " + std::to_string(a.pages) + " page" + (a.pages > 1 ? "s" : "");
   if (secondes >= 0.5) {
     // Persons finished per second, with a French decimal comma.
     const double rythme = static_cast<double>(a.personne > 0 ? a.personne - 1 : 0) / secondes;
     const long dixiemes = std::lround(rythme * 10);
-    ligne += " — " + std::to_string(dixiemes / 10) + "," + std::to_string(dixiemes % 10) +
-             " dossiers/s";
+    ligne +=
+        " — " + std::to_string(dixiemes / 10) + "," + std::to_string(dixiemes % 10) + " dossiers/s";
   }
   return ligne;
 }

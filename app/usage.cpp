@@ -106,13 +106,13 @@ std::string Traduit(const CLI::App& atteinte, const CLI::ParseError& erreur) {
     if (std::regex_match(texte, m, std::regex("Could not convert: (\\S+) = (.*)"))) {
       return "valeur invalide « " + m[2].str() + " » pour " + Designe(m[1].str()) + ".";
     }
-    if (std::regex_match(texte, m, std::regex("The value (.*) is not an allowed value for (\\S+)"))) {
+    if (std::regex_match(texte, m,
+                         std::regex("The value (.*) is not an allowed value for (\\S+)"))) {
       return "valeur invalide « " + m[1].str() + " » pour " + Designe(m[2].str()) + ".";
     }
     return Designe(texte.substr(0, texte.find(' '))) + " ne prend pas de valeur.";
   }
-  if (type == "ValidationError" &&
-      std::regex_match(texte, m, std::regex("(\\S+): .*"))) {
+  if (type == "ValidationError" && std::regex_match(texte, m, std::regex("(\\S+): .*"))) {
     return "valeur invalide pour " + Designe(m[1].str()) + ".";
   }
   if (type == "ExcludesError" && std::regex_match(texte, m, std::regex("(\\S+) excludes (\\S+)"))) {

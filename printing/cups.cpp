@@ -414,9 +414,9 @@ std::string Message(const std::string& file, int numero, const IssueTravail& iss
     case FinTravail::Perdu:
       return AvecRaison(t + " est perdu", issue.raison);
     case FinTravail::Delai:
-      return AvecRaison(t + " n'est toujours pas imprimé sur « " + file +
-                            " » à la fin du délai d'attente",
-                        issue.raison);
+      return AvecRaison(
+          t + " n'est toujours pas imprimé sur « " + file + " » à la fin du délai d'attente",
+          issue.raison);
   }
   return t;
 }
@@ -476,8 +476,9 @@ class SurfaceFileCups : public Surface {
     envoi.file = file_;
     envoi.titre = titre_;
     try {
-      envoi.numero = Soumet(file_, temporaire_.Chemin(), titre_,
-                            {papier_.nom, copies_, reglages_ ? reglages_->options : OptionsTravail{}});
+      envoi.numero =
+          Soumet(file_, temporaire_.Chemin(), titre_,
+                 {papier_.nom, copies_, reglages_ ? reglages_->options : OptionsTravail{}});
     } catch (const std::exception& e) {
       envoi.erreur = e.what();
       Garde(envoi);

@@ -133,7 +133,7 @@ struct Envoi {
 
 // How the queues of a printer list send their jobs.
 struct ReglagesEnvoi {
-  int copies = 1;  // replaces the document's own count when above 1
+  int copies = 1;          // replaces the document's own count when above 1
   OptionsTravail options;  // given to every job after the others (Options::autres)
   // When sending fails, the drawn PDF is kept here ("" = it is dropped).
   std::string pdf_secours;

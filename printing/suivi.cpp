@@ -6,8 +6,7 @@ namespace {
 
 class SurfaceSuivie : public Surface {
  public:
-  SurfaceSuivie(std::unique_ptr<Surface> surface, Suivi suivi,
-                std::chrono::milliseconds pas)
+  SurfaceSuivie(std::unique_ptr<Surface> surface, Suivi suivi, std::chrono::milliseconds pas)
       : surface_(std::move(surface)), suivi_(std::move(suivi)), pas_(pas) {}
 
   void DebutDocument(const Papier& papier) override {
@@ -20,8 +19,7 @@ class SurfaceSuivie : public Surface {
     surface_->NouvellePage();
     Signale();
   }
-  void Texte(double x, double y, const Police& police,
-             const std::string& texte) override {
+  void Texte(double x, double y, const Police& police, const std::string& texte) override {
     if (abandonne_) return;
     surface_->Texte(x, y, police, texte);
     if (std::chrono::steady_clock::now() - dernier_ >= pas_) Signale();
@@ -51,11 +49,10 @@ class SurfaceSuivie : public Surface {
 }  // namespace
 
 std::vector<Destination> AvecSuivi(std::vector<Destination> liste, Suivi suivi,
-                                             std::chrono::milliseconds pas) {
+                                   std::chrono::milliseconds pas) {
   for (Destination& d : liste) {
     d.ouvre = [ouvre = d.ouvre, suivi, pas](const Travail& travail) {
-      return std::unique_ptr<Surface>(
-          std::make_unique<SurfaceSuivie>(ouvre(travail), suivi, pas));
+      return std::unique_ptr<Surface>(std::make_unique<SurfaceSuivie>(ouvre(travail), suivi, pas));
     };
   }
   return liste;

@@ -23,8 +23,7 @@ using Suivi = std::function<bool()>;
 // The same list, every destination drawing as before and calling suivi at
 // each page begun and at least every pas of drawing in between. After suivi
 // has said false, the destination's own surface is dropped unfinished.
-std::vector<Destination> AvecSuivi(
-    std::vector<Destination> liste, Suivi suivi,
-    std::chrono::milliseconds pas = std::chrono::milliseconds(100));
+std::vector<Destination> AvecSuivi(std::vector<Destination> liste, Suivi suivi,
+                                   std::chrono::milliseconds pas = std::chrono::milliseconds(100));
 
 }  // namespace printing

@@ -136,7 +136,8 @@ std::string ChoixImprimanteQt::Choisit(const std::string& format_papier) {
     choix.options.emplace_back("sides", cotes);
   }
   if (choix.pdf.empty()) {
-    const printing::cups::Verification v = printing::cups::Verifie(imprimante_.printerName().toStdString());
+    const printing::cups::Verification v =
+        printing::cups::Verifie(imprimante_.printerName().toStdString());
     if (!v.Prete()) throw std::runtime_error(v.Message());
   }
   papier_ = choix.papier;

@@ -62,7 +62,8 @@ QString FenetreHote::TypeMemorise() { return Reglages().value(kCleType).toString
 
 void FenetreHote::Memorise() const {
   QSettings reglages = Reglages();
-  if (!chemin_base_.isEmpty()) reglages.setValue(kCleBase, QFileInfo(chemin_base_).absoluteFilePath());
+  if (!chemin_base_.isEmpty())
+    reglages.setValue(kCleBase, QFileInfo(chemin_base_).absoluteFilePath());
   reglages.setValue(kCleType, type_->currentData().toString());
   reglages.sync();
 }
@@ -138,7 +139,8 @@ void FenetreHote::ConstruitFormulaire() {
   bouton_imprimer_ = new QPushButton(QStringLiteral("Imprimer…"), formulaire);
   bouton_imprimer_->setDefault(true);
   bouton_imprimer_->setShortcut(QKeySequence::Print);
-  bouton_imprimer_->setToolTip(QKeySequence(QKeySequence::Print).toString(QKeySequence::NativeText));
+  bouton_imprimer_->setToolTip(
+      QKeySequence(QKeySequence::Print).toString(QKeySequence::NativeText));
   ligne_actions->addWidget(bouton_apercu_);
   ligne_actions->addWidget(bouton_imprimer_);
   colonne->addLayout(ligne_actions);

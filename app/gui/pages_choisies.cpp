@@ -32,7 +32,8 @@ class SurfacePagesChoisies : public printing::Surface {
     printing::Enregistrement choix;
     choix.papier = document_.papier;
     auto garde = [&](int page) {
-      if (page >= 1 && page <= total) choix.pages.push_back(document_.pages[static_cast<size_t>(page - 1)]);
+      if (page >= 1 && page <= total)
+        choix.pages.push_back(document_.pages[static_cast<size_t>(page - 1)]);
     };
     if (pages_.plages.empty()) {
       for (int p = 1; p <= total; ++p) garde(p);

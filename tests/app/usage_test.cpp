@@ -12,8 +12,9 @@ TEST(Usage, WrongUsagesAreNamedInFrenchWithStatus2) {
   struct Cas {
     std::string arguments, message;
   } const cas[] = {
-      {"", "vesko : une sous-commande est attendue : init, import, export, select, print, "
-           "printers, component. (vesko --help pour l'aide)\n"},
+      {"",
+       "vesko : une sous-commande est attendue : init, import, export, select, print, "
+       "printers, component. (vesko --help pour l'aide)\n"},
       {"imprime --db b A0001",
        "vesko : sous-commande inconnue « imprime » : init, import, export, select, print, "
        "printers, component. (vesko --help pour l'aide)\n"},
@@ -25,8 +26,9 @@ TEST(Usage, WrongUsagesAreNamedInFrenchWithStatus2) {
        "vesko : l'option --type attend une valeur. (vesko print --help pour l'aide)\n"},
       {"select --db b 'SSELECT TABLES' de trop",
        "vesko : argument inattendu « de trop ». (vesko select --help pour l'aide)\n"},
-      {"component", "vesko : une sous-commande est attendue : register, unregister, info. "
-                    "(vesko component --help pour l'aide)\n"},
+      {"component",
+       "vesko : une sous-commande est attendue : register, unregister, info. "
+       "(vesko component --help pour l'aide)\n"},
       {"print --db b --type aide --pdf a.pdf A0001",
        "vesko : type de dossier inconnu « aide » (--type) : AIDE ou AIDANT.\n"},
       {"print --db b --type AIDE --pdf a.pdf --wait A0001",
@@ -72,19 +74,21 @@ TEST(Usage, NoKeyIsRefusedAndPdfDashWritesTheDocumentToStandardOutput) {
   const std::string print = "print --db '" + base + "' --type AIDE --pdf - ";
   Resultat r = essai::Lance("printf '\\n\\n' | " VESKO_BINARY_DIR "/vesko " + print + "-");
   EXPECT_EQ(r.statut, 2);
-  EXPECT_EQ(r.erreurs, "vesko : aucune clé : donnez les clés des personnes, ou - pour les lire "
-                       "sur l'entrée standard.\n");
+  EXPECT_EQ(r.erreurs,
+            "vesko : aucune clé : donnez les clés des personnes, ou - pour les lire "
+            "sur l'entrée standard.\n");
 
   // Its temporary copy goes to the test's folder, and must not stay there.
   r = essai::Lance("TMPDIR='" + dossier.chemin + "' " VESKO_BINARY_DIR "/vesko " + print + "A0001");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
-  EXPECT_EQ(r.erreurs, "vesko : la fiche « A0001 » est absente du fichier CIVILAIDE : son dossier "
-                       "est imprimé vide.\n");
+  EXPECT_EQ(r.erreurs,
+            "vesko : la fiche « A0001 » est absente du fichier CIVILAIDE : son dossier "
+            "est imprimé vide.\n");
   EXPECT_EQ(r.sortie.rfind("%PDF-", 0), 0u);
   std::ofstream(dossier / "sortie.pdf", std::ios::binary) << r.sortie;
-  EXPECT_NE(essai::Lance("pdftotext -l 1 '" + (dossier / "sortie.pdf") + "' -").sortie.find(
-                "ETAT CIVIL"),
-            std::string::npos);
+  EXPECT_NE(
+      essai::Lance("pdftotext -l 1 '" + (dossier / "sortie.pdf") + "' -").sortie.find("ETAT CIVIL"),
+      std::string::npos);
   EXPECT_EQ(essai::Lance("ls '" + dossier.chemin + "' | grep -c vesko-sortie-").sortie, "0\n")
       << "le PDF temporaire est resté";
 }

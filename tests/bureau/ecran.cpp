@@ -44,10 +44,15 @@ std::string Demarre() {
   int tube[2];
   if (pipe(tube) != 0) return "pipe";
   const std::string fd = std::to_string(tube[1]);
-  char* xvfb_args[] = {const_cast<char*>("Xvfb"), const_cast<char*>("-displayfd"),
-                       const_cast<char*>(fd.c_str()), const_cast<char*>("-screen"),
-                       const_cast<char*>("0"), const_cast<char*>("1280x1024x24"),
-                       const_cast<char*>("-nolisten"), const_cast<char*>("tcp"), nullptr};
+  char* xvfb_args[] = {const_cast<char*>("Xvfb"),
+                       const_cast<char*>("-displayfd"),
+                       const_cast<char*>(fd.c_str()),
+                       const_cast<char*>("-screen"),
+                       const_cast<char*>("0"),
+                       const_cast<char*>("1280x1024x24"),
+                       const_cast<char*>("-nolisten"),
+                       const_cast<char*>("tcp"),
+                       nullptr};
   xvfb.pid = Lance("Xvfb", xvfb_args);
   close(tube[1]);
   std::string numero;

@@ -90,7 +90,8 @@ TEST_F(Bureau, TheUserTakesTwoSecondsInTheFrenchPrintDialogAndTheJobHasBothDossi
   EXPECT_EQ(texte_imprimer, "Im&primer") << "le dialogue de Qt n'est pas traduit";
   ASSERT_TRUE(bilan.fait) << bilan.alertes.join("\n").toStdString();
   const int numero = NumeroDe(bilan);
-  EXPECT_EQ(bilan.resume, QString("Travail CAPTURE-%1 envoyé à l'imprimante « CAPTURE ».").arg(numero));
+  EXPECT_EQ(bilan.resume,
+            QString("Travail CAPTURE-%1 envoyé à l'imprimante « CAPTURE ».").arg(numero));
   const essai_cups::Capture job = AttendCapture("CAPTURE", numero);
   ASSERT_EQ(job.numero, numero) << Journal();
   EXPECT_EQ(job.infos, "DOSSIER AIDE A0001 1 A4");
@@ -136,8 +137,8 @@ TEST_F(Bureau, CancellingA300PersonRunSendsNothingAndLeavesNoFile) {
   for (int i = 1; i <= 300; ++i) {
     const QString cle = QString("B%1").arg(i, 4, 10, QChar('0'));
     cles << cle;
-    json += (i > 1 ? "," : "") + ("\"" + cle.toStdString() + "\": [\"\", \"NOM" +
-                                  std::to_string(i) + "\", \"Prénom\"]");
+    json += (i > 1 ? "," : "") +
+            ("\"" + cle.toStdString() + "\": [\"\", \"NOM" + std::to_string(i) + "\", \"Prénom\"]");
   }
   std::ofstream(dossier / "lot.json") << json << "}}";
   const std::string base = dossier / "lot.vesko";
@@ -173,7 +174,10 @@ TEST_F(Bureau, CancellingA300PersonRunSendsNothingAndLeavesNoFile) {
   annule.start(20);
   const hote::Bilan bilan = fenetre->Imprime();
   annule.stop();
-  if (ancien.empty()) unsetenv("TMPDIR"); else setenv("TMPDIR", ancien.c_str(), 1);
+  if (ancien.empty())
+    unsetenv("TMPDIR");
+  else
+    setenv("TMPDIR", ancien.c_str(), 1);
 
   EXPECT_EQ(titre_progression, "Impression des dossiers");
   EXPECT_FALSE(bilan.fait);
@@ -211,8 +215,9 @@ namespace {
 // and a French message box names the file.
 TEST_F(Bureau, AStoreThatCannotBeOpenedIsToldInAMessageBoxOfTheOpenWindow) {
   const std::string absente = dossier / "absente.vesko";
-  const std::string lancement = "cd '" + dossier.chemin + "' && (" VESKO_BINARY_DIR
-                                "/vesko-gui --db '" + absente + "' & echo $! > pid)";
+  const std::string lancement = "cd '" + dossier.chemin +
+                                "' && (" VESKO_BINARY_DIR "/vesko-gui --db '" + absente +
+                                "' & echo $! > pid)";
   ASSERT_EQ(essai::Lance(lancement).statut, 0);
   std::string fenetres;
   for (int essai = 0; essai < 100; ++essai) {

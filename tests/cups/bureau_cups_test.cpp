@@ -14,9 +14,7 @@ using essai::Lance;
 using essai::Resultat;
 using BureauCups = essai_cups::AvecServeur;
 
-std::string Vesko(const std::string& arguments) {
-  return VESKO_BINARY_DIR "/vesko " + arguments;
-}
+std::string Vesko(const std::string& arguments) { return VESKO_BINARY_DIR "/vesko " + arguments; }
 std::string Print(const std::string& options, const std::string& cles = "A0001") {
   return Vesko("print --db '" + essai_cups::BaseDemo() + "' --type AIDE --date 2024-03-15 " +
                options + " " + cles);
@@ -37,7 +35,8 @@ TEST_F(BureauCups, AnInstancesOptionsAndDashOOptionsReachTheJob) {
       << "Dest CAPTURE/recto sides=two-sided-long-edge media=A3 number-up=4\n";
   const std::string home = "HOME='" + dossier.chemin + "' ";
 
-  Resultat r = Lance(home + Print("--printer CAPTURE/recto -o 'number-up=2 print-color-mode=color'"));
+  Resultat r =
+      Lance(home + Print("--printer CAPTURE/recto -o 'number-up=2 print-color-mode=color'"));
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   essai_cups::Capture job = AttendCapture("CAPTURE", Numero(r.sortie));
   ASSERT_NE(job.numero, 0) << r.sortie << Journal();
@@ -57,9 +56,10 @@ TEST_F(BureauCups, AnInstancesOptionsAndDashOOptionsReachTheJob) {
 
   r = Lance(home + Print("--printer CAPTURE/verso"));
   EXPECT_EQ(r.statut, 1);
-  EXPECT_EQ(r.erreurs, "vesko : l'imprimante « CAPTURE/verso » est inconnue du serveur "
-                       "d'impression " + Adresse() +
-                       " : aucune instance « verso » dans les fichiers lpoptions.\n");
+  EXPECT_EQ(r.erreurs,
+            "vesko : l'imprimante « CAPTURE/verso » est inconnue du serveur "
+            "d'impression " +
+                Adresse() + " : aucune instance « verso » dans les fichiers lpoptions.\n");
   r = Lance(home + Print("--pdf x.pdf -o media=A3"));
   EXPECT_EQ(r.statut, 2);
 }
@@ -67,10 +67,9 @@ TEST_F(BureauCups, AnInstancesOptionsAndDashOOptionsReachTheJob) {
 TEST_F(BureauCups, PrintersListsTheQueuesWithTheirStateAndTheDefault) {
   const Resultat r = Lance("HOME='" + dossier.chemin + "' " + Vesko("printers"));
   ASSERT_EQ(r.statut, 0) << r.erreurs;
-  for (const char* ligne : {"CAPTURE (par défaut) — prête\n",
-                            "ARRETEE — arrêtée : Bourrage papier dans le bac 2\n",
-                            "REFUS — refuse les travaux : Toner à remplacer\n",
-                            "Imprimante par défaut : CAPTURE.\n"})
+  for (const char* ligne :
+       {"CAPTURE (par défaut) — prête\n", "ARRETEE — arrêtée : Bourrage papier dans le bac 2\n",
+        "REFUS — refuse les travaux : Toner à remplacer\n", "Imprimante par défaut : CAPTURE.\n"})
     EXPECT_NE(r.sortie.find(ligne), std::string::npos) << ligne << "\ndans\n" << r.sortie;
   const Resultat muet = Lance("CUPS_SERVER=127.0.0.1:1 " + Vesko("printers"));
   EXPECT_EQ(muet.statut, 1);
@@ -114,7 +113,8 @@ TEST_F(BureauCups, WaitOnAJammedPrinterShowsItsMessageAndEndsAtTheTimeout) {
   const std::string travail = "BOURRAGE-" + std::to_string(numero);
   EXPECT_EQ(r.erreurs,
             "vesko : l'imprimante « BOURRAGE » dit : Plus de papier dans le bac 1\n"
-            "vesko : le travail " + travail +
+            "vesko : le travail " +
+                travail +
                 " n'est toujours pas imprimé sur « BOURRAGE » à la fin du délai d'attente : Plus "
                 "de papier dans le bac 1.\n");
   EXPECT_GE(secondes, 4.5);
@@ -129,8 +129,8 @@ TEST_F(BureauCups, ALongRunShowsItsProgressOnATerminalOnly) {
   const std::string pdf = dossier / "lot.pdf";
   const Resultat terminal =
       Lance("script -qec \"" + Print("--pdf '" + pdf + "'", cles) + "\" /dev/null");
-  EXPECT_TRUE(std::regex_search(terminal.sortie,
-                                std::regex("Dossier [0-9]+ sur 60 — [0-9]+ pages")))
+  EXPECT_TRUE(
+      std::regex_search(terminal.sortie, std::regex("Dossier [0-9]+ sur 60 — [0-9]+ pages")))
       << terminal.sortie;
   EXPECT_NE(terminal.sortie.find("60 dossier(s), "), std::string::npos) << terminal.sortie;
   const Resultat redirige = Lance(Print("--pdf '" + pdf + "'", cles));

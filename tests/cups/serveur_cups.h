@@ -30,7 +30,7 @@ class AvecServeur : public ::testing::Test {
   static std::string Adresse();  // "127.0.0.1:port"
   // Waits up to attente × 50 ms for the queue to capture job numero.
   static Capture AttendCapture(const std::string& file, int numero, int attente = 400);
-  static std::string Journal();  // the scheduler's error log, for failure messages
+  static std::string Journal();       // the scheduler's error log, for failure messages
   static std::string DossierFiles();  // the folder of the queues' captured jobs
   essai::Dossier dossier;             // the test's own files
 };

@@ -22,19 +22,21 @@ TEST(Paquet, TheDebianPackageHoldsEverythingAndItsUnpackedProgramsPrint) {
 
   const std::string infos = Lance("dpkg-deb -f '" + deb + "' Package Depends").sortie;
   EXPECT_NE(infos.find("Package: vesko\n"), std::string::npos) << infos;
-  for (const char* dependance : {"fonts-liberation", "libqt6printsupport6", "libcups2", "libsqlite3"})
+  for (const char* dependance :
+       {"fonts-liberation", "libqt6printsupport6", "libcups2", "libsqlite3"})
     EXPECT_NE(infos.find(dependance), std::string::npos) << dependance << "\n" << infos;
 
   const std::string contenu = Lance("dpkg-deb -c '" + deb + "'").sortie;
   for (const char* fichier :
        {"./usr/bin/vesko\n", "./usr/bin/vesko-gui\n", "./usr/lib/libvesko.so.0.1\n",
-        "./usr/lib/vesko/plugins/libvesko_controle.so\n", "./usr/include/vesko/control/ctr_vesko.h\n",
-        "./usr/lib/cmake/Vesko/VeskoConfig.cmake\n", "./usr/lib/pkgconfig/vesko.pc\n",
-        "./usr/share/applications/vesko-gui.desktop\n", "./usr/share/man/man1/vesko.1.gz\n",
-        "./usr/share/man/man1/vesko-gui.1.gz\n",
+        "./usr/lib/vesko/plugins/libvesko_controle.so\n",
+        "./usr/include/vesko/control/ctr_vesko.h\n", "./usr/lib/cmake/Vesko/VeskoConfig.cmake\n",
+        "./usr/lib/pkgconfig/vesko.pc\n", "./usr/share/applications/vesko-gui.desktop\n",
+        "./usr/share/man/man1/vesko.1.gz\n", "./usr/share/man/man1/vesko-gui.1.gz\n",
         "./usr/share/bash-completion/completions/vesko\n"})
     EXPECT_TRUE(std::regex_search(contenu, std::regex(std::string(" ") + fichier)))
-        << fichier << "\n" << contenu;
+        << fichier << "\n"
+        << contenu;
 
   const std::string racine = dossier / "racine";
   ASSERT_EQ(Lance("dpkg-deb -x '" + deb + "' '" + racine + "'").statut, 0);
@@ -59,10 +61,10 @@ TEST(Paquet, TheDebianPackageHoldsEverythingAndItsUnpackedProgramsPrint) {
   EXPECT_NE(info.sortie.find("Plugin      : " + racine + "/usr/lib/vesko/plugins/"),
             std::string::npos)
       << info.sortie;
-  EXPECT_EQ(Lance("pkg-config --define-prefix --modversion '" + racine +
-                  "/usr/lib/pkgconfig/vesko.pc'")
-                .statut,
-            0);
+  EXPECT_EQ(
+      Lance("pkg-config --define-prefix --modversion '" + racine + "/usr/lib/pkgconfig/vesko.pc'")
+          .statut,
+      0);
 }
 
 // Registered from an installed tree, the plugin's copy loads (its libvesko
