@@ -88,6 +88,10 @@ int main(int argc, char** argv) {
     probleme = hote::Phrase(QString::fromStdString(e.what()));
   }
   fenetre.show();
+  // A capture has nobody to answer a box: the reason goes to standard error.
+  if (!probleme.isEmpty() && arguments.isSet(capture)) {
+    std::cerr << "vesko-gui : " << probleme.toStdString() << "\n";
+  }
   if (!probleme.isEmpty() && !arguments.isSet(capture)) {
     QTimer::singleShot(0, &fenetre, [&fenetre, probleme] {
       QMessageBox::warning(&fenetre, QStringLiteral("Ouvrir une base"), probleme);
