@@ -126,13 +126,9 @@ std::string Centiemes_En_Texte(long long centiemes) {
   bool negatif = centiemes < 0;
   unsigned long long v = negatif ? 0ULL - static_cast<unsigned long long>(centiemes)
                                  : static_cast<unsigned long long>(centiemes);
-  // Built by appending: GCC 12 at -O2 sees a false overlap in "0" + text.
-  std::string texte = negatif ? "-" : "";
-  texte += std::to_string(v / 100);
-  texte += '.';
-  if (v % 100 < 10) texte += '0';
-  texte += std::to_string(v % 100);
-  return texte;
+  std::string fraction = std::to_string(v % 100);
+  if (fraction.size() < 2) fraction = "0" + fraction;
+  return (negatif ? "-" : "") + std::to_string(v / 100) + "." + fraction;
 }
 
 std::string Outils::Format_Montant(const std::string& nombre, int entiers, int decimales,
@@ -147,7 +143,7 @@ std::string Outils::Format_Montant(const std::string& nombre, int entiers, int d
   bool monte = frac.size() > static_cast<size_t>(decimales) && frac[decimales] >= '5';
   frac.resize(static_cast<size_t>(decimales), '0');
   std::string chiffres = ent + frac;
-  if (chiffres.empty()) chiffres.assign(1, '0');
+  if (chiffres.empty()) chiffres = "0";
   if (monte) {
     int k = static_cast<int>(chiffres.size()) - 1;
     while (k >= 0 && chiffres[k] == '9') chiffres[k--] = '0';
