@@ -346,9 +346,11 @@ void Imprime(const OptionsImpression& options, int& argc, char** argv) {
   Ctr_Vesko controle;
   // A long run shows how far it is on the terminal.
   ProgressionTerminal progression;
-  auto avancement = [&controle] {
-    const printing::Printer* p = controle.Imprimante();
-    return Avancement{controle.Index_Personne, controle.Nb_Personne, p ? p->PageCount() : 0};
+  // The run's printer is gone once Edition returns: its page count is kept.
+  long pages = 0;
+  auto avancement = [&controle, &pages] {
+    if (const printing::Printer* p = controle.Imprimante()) pages = p->PageCount();
+    return Avancement{controle.Index_Personne, controle.Nb_Personne, pages};
   };
   imprimantes.Installe(printing::AvecSuivi(imprimantes.Destinations(), [&] {
     progression.Montre(avancement());
