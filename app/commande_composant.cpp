@@ -13,6 +13,7 @@
 #include <QStandardPaths>
 #include <iostream>
 
+#include "app/chargement_plugin.h"
 #include "app/commandes.h"
 #include "component/fabrique.h"
 #include "component/registre.h"
@@ -22,6 +23,8 @@ namespace vesko_app {
 namespace {
 
 const QString kNomPlugin = QStringLiteral("libvesko_controle.so");
+// The control's library the plugin needs, by its soname.
+const QString kNomBibliotheque = QStringLiteral("libvesko.so.0");
 
 std::string S(const QString& texte) { return texte.toStdString(); }
 
@@ -55,6 +58,33 @@ QString DossierParDefaut() {
          QStringLiteral("/vesko/plugins");
 }
 
+// The libvesko the plugin was built or installed with: beside the plugins'
+// folder once installed (lib/vesko/plugins → lib), in lib/ of a build tree.
+QString BibliothequeLivree(const QString& plugin) {
+  const QDir dossier = QFileInfo(plugin).absoluteDir();
+  for (const QString& chemin : {dossier.filePath("../../" + kNomBibliotheque),
+                                dossier.filePath("../lib/" + kNomBibliotheque)}) {
+    if (QFileInfo::exists(chemin)) return QFileInfo(chemin).canonicalFilePath();
+  }
+  return QString();
+}
+
+void Copie(const QString& source, const QString& cible) {
+  if (QFileInfo(cible) == QFileInfo(source)) return;
+  QFile::remove(cible);
+  if (!QFile::copy(source, cible)) {
+    throw std::runtime_error("« " + S(source) + " » ne peut pas être copié dans « " + S(cible) +
+                             " ».");
+  }
+}
+
+// Removes a registered copy: the plugin and the library put beside it.
+void RetireCopie(const QString& plugin) {
+  QFile::remove(plugin);
+  const QString bibliotheque = QFileInfo(plugin).absoluteDir().filePath(kNomBibliotheque);
+  if (QFileInfo::exists(bibliotheque)) QFile::remove(bibliotheque);
+}
+
 void Enregistre(const std::string& plugin_choisi, const std::string& dossier_choisi) {
   const QString source = PluginLivre(plugin_choisi);
   const QJsonObject meta = Metadonnees(source);
@@ -65,14 +95,28 @@ void Enregistre(const std::string& plugin_choisi, const std::string& dossier_cho
     throw std::runtime_error("le dossier « " + S(dossier) + " » ne peut pas être créé.");
   }
   const QString cible = QDir(dossier).filePath(kNomPlugin);
-  if (QFileInfo(cible) != QFileInfo(source)) {
-    QFile::remove(cible);
-    if (!QFile::copy(source, cible)) {
-      throw std::runtime_error("le plugin ne peut pas être copié dans « " + S(cible) + " ».");
-    }
+  const auto ancienne = vesko_composant::Inscrit();
+  const bool meme_place = QFileInfo(cible) == QFileInfo(source);
+  Copie(source, cible);
+  // The copy finds its library beside it (the plugin looks in its own
+  // folder first), wherever the copy goes.
+  const QString bibliotheque = BibliothequeLivree(source);
+  if (!meme_place && !bibliotheque.isEmpty()) {
+    Copie(bibliotheque, QDir(dossier).filePath(kNomBibliotheque));
+  }
+  if (const std::string raison = EssaieChargement(S(cible)); !raison.empty()) {
+    if (!meme_place) RetireCopie(cible);
+    throw std::runtime_error("le plugin copié dans « " + S(cible) +
+                             " » ne se charge pas : rien n'a été enregistré (" + raison + ").");
   }
   vesko_composant::Inscris({cible, meta.value("IID").toString(),
                             meta.value("MetaData").toObject().value("version").toString()});
+  // A registration elsewhere is replaced, not left behind.
+  if (ancienne && QFileInfo(ancienne->chemin) != QFileInfo(cible) &&
+      QFileInfo(ancienne->chemin) != QFileInfo(source)) {
+    RetireCopie(ancienne->chemin);
+    std::cout << "Ancienne copie retirée : " << S(ancienne->chemin) << "\n";
+  }
   std::cout << "Composant Ctr_Vesko enregistré : " << S(cible) << "\n";
 }
 
@@ -86,6 +130,7 @@ void Desenregistre() {
     throw std::runtime_error("le plugin « " + S(inscription->chemin) +
                              " » ne peut pas être supprimé.");
   }
+  RetireCopie(inscription->chemin);
   vesko_composant::Desinscris();
   std::cout << "Composant Ctr_Vesko retiré : " << S(inscription->chemin) << "\n";
 }

@@ -15,10 +15,12 @@
 #include <fstream>
 #include <iostream>
 
+#include "app/choix_terminal.h"
 #include "app/commandes.h"
 #include "app/impression_options.h"
 #include "app/impression_queue.h"
 #include "app/nom_base.h"
+#include "app/progression_terminal.h"
 #include "control/ctr_vesko.h"
 #include "marbrel/base.h"
 #include "marbrel/marques.h"
@@ -32,6 +34,8 @@
 #include "printing/recording.h"
 #include "printing/rendu.h"
 #include "printing/sortie_sure.h"
+#include "printing/suivi.h"
+#include "printing/traductions.h"
 
 namespace vesko_app {
 
@@ -43,7 +47,9 @@ enum class Sortie { Pdf, File, Texte, Json, Png, Apercu, Demande };
 struct Commande {
   Sortie sortie = Sortie::Demande;
   int copies = 1;
-  std::int16_t papier = 9;  // DMPAPER code
+  std::int16_t papier = 9;                 // DMPAPER code
+  std::chrono::seconds delai{0};           // --timeout of --wait (0: none)
+  printing::cups::OptionsTravail options;  // -o, as lp takes them
 };
 
 // The paper names the command accepts and their DMPAPER codes.
@@ -55,9 +61,23 @@ std::int16_t CodePapier(const std::string& nom) {
   throw UsageError("format de papier inconnu « " + nom + " » (--paper) : A4, A3 ou Letter.");
 }
 
+// The paper a print server's media keyword names, among those the command
+// draws on (0: another one, the drawing stays on its own paper).
+std::int16_t CodeMedia(const std::string& media) {
+  const std::string m = QString::fromStdString(media).toLower().toStdString();
+  if (m == "a4" || m.rfind("iso_a4_", 0) == 0) return 9;
+  if (m == "a3" || m.rfind("iso_a3_", 0) == 0) return 8;
+  if (m == "letter" || m.rfind("na_letter_", 0) == 0) return 1;
+  return 0;
+}
+
 Commande Verifie(const OptionsImpression& o) {
   if (o.type.empty())
     throw UsageError("le type de dossier (--type AIDE ou AIDANT) est obligatoire.");
+  // The control prints any other word as a mixed dossier, for the hosts that
+  // rely on it; a user who types one has made a mistake.
+  if (o.type != "AIDE" && o.type != "AIDANT")
+    throw UsageError("type de dossier inconnu « " + o.type + " » (--type) : AIDE ou AIDANT.");
   Commande c;
   const std::pair<bool, Sortie> sorties[] = {
       {!o.pdf.empty(), Sortie::Pdf},     {!o.imprimante.empty(), Sortie::File},
@@ -87,6 +107,25 @@ Commande Verifie(const OptionsImpression& o) {
   if (!imprimante && o.attendre) {
     throw UsageError("--wait ne vaut qu'avec une imprimante (--printer FILE).");
   }
+  if (!imprimante && !o.options_cups.empty()) {
+    throw UsageError("-o ne vaut qu'avec une imprimante (--printer FILE).");
+  }
+  if (!o.delai.empty()) {
+    if (!o.attendre) throw UsageError("--timeout ne vaut qu'avec --wait.");
+    if (o.delai.find_first_not_of("0123456789") != std::string::npos || o.delai.size() > 6 ||
+        std::stol(o.delai) < 1) {
+      throw UsageError("délai invalide « " + o.delai +
+                       " » (--timeout) : un nombre entier de secondes, au moins 1.");
+    }
+    c.delai = std::chrono::seconds(std::stol(o.delai));
+  }
+  for (const std::string& option : o.options_cups) {
+    try {
+      for (auto& paire : printing::cups::LitOptions(option)) c.options.push_back(paire);
+    } catch (const std::exception& e) {
+      throw UsageError(e.what());
+    }
+  }
   if (!marbrel::EstNumerique(o.copies) ||
       o.copies.find_first_not_of("0123456789") != std::string::npos || std::stol(o.copies) < 1 ||
       std::stol(o.copies) > 999) {
@@ -97,7 +136,7 @@ Commande Verifie(const OptionsImpression& o) {
   if (!imprimante && c.copies > 1) {
     throw UsageError("--copies ne vaut qu'avec une imprimante (--printer FILE).");
   }
-  c.papier = CodePapier(o.papier);
+  c.papier = CodePapier(o.papier.empty() ? "A4" : o.papier);
   return c;
 }
 
@@ -127,27 +166,6 @@ long JourDe(const std::string& date_iso) {
                      " » : attendu AAAA-MM-JJ (par exemple 2024-03-15).");
   }
   return marbrel::Outils::Date_Interne(d.year(), d.month(), d.day());
-}
-
-// Asks on the terminal which printer to use; 0 cancels. Returns the index in
-// the list, or -1.
-long DemandeImprimante(const std::vector<printing::Destination>& liste) {
-  std::cout << "Imprimantes disponibles :\n";
-  for (size_t i = 0; i < liste.size(); ++i) {
-    std::cout << "  " << (i + 1) << ". " << liste[i].nom << "\n";
-  }
-  std::cout << "  0. Annuler\n";
-  for (;;) {
-    std::cout << "Votre choix : " << std::flush;
-    std::string reponse;
-    if (!std::getline(std::cin, reponse)) return -1;
-    if (marbrel::EstNumerique(reponse) && reponse.find('.') == std::string::npos) {
-      long n = std::stol(reponse);
-      if (n == 0) return -1;
-      if (n >= 1 && n <= static_cast<long>(liste.size())) return n - 1;
-    }
-    std::cout << "Répondez par un numéro entre 0 et " << liste.size() << ".\n";
-  }
 }
 
 void Ecrit(const std::string& chemin, const std::string& contenu, const std::string& quoi) {
@@ -213,7 +231,7 @@ long ChoisitDestination(const OptionsImpression& o, const Commande& c,
   const auto& liste = imprimantes.Destinations();
   long choix = -1;
   if (c.sortie == Sortie::Demande) {
-    choix = DemandeImprimante(liste);
+    choix = DemandeImprimante(liste, printing::cups::Files(), std::cin, std::cerr);
     // The built-in "PDF" closes the list.
     if (choix < 0 || choix + 1 == static_cast<long>(liste.size())) return choix;
     if (!envoi.PeutImprimer(liste[choix].nom)) {
@@ -226,9 +244,12 @@ long ChoisitDestination(const OptionsImpression& o, const Commande& c,
     if (liste[i].nom == o.imprimante) choix = static_cast<long>(i);
   }
   if (choix < 0) {
-    throw std::runtime_error("l'imprimante « " + o.imprimante +
-                             " » est connue du serveur d'impression mais absente de la liste "
-                             "des imprimantes de Qt.");
+    // The server knows it (it was just asked) but Qt does not list it: an
+    // lpoptions instance, or a queue added since. The job goes there all the same.
+    std::vector<printing::Destination> complete = liste;
+    complete.insert(complete.end() - 1, envoi.DestinationPour(o.imprimante));
+    choix = static_cast<long>(complete.size()) - 2;
+    imprimantes.Installe(std::move(complete));
   }
   return choix;
 }
@@ -255,13 +276,68 @@ void MontreApercu(const printing::Enregistrement& enregistrement, const std::str
   }
 }
 
-void Imprime(const OptionsImpression& o, int& argc, char** argv) {
-  const Commande c = Verifie(o);
+// A PDF for standard output ("--pdf -") is drawn into a private temporary
+// file, copied out once complete and removed however the command ends.
+class PdfSurSortie {
+ public:
+  PdfSurSortie() {
+    const char* tmp = std::getenv("TMPDIR");
+    const std::string modele =
+        std::string(tmp != nullptr && *tmp != '\0' ? tmp : "/tmp") + "/vesko-sortie-XXXXXX.pdf";
+    // Recorded, so that Ctrl-C removes it like any document being drawn.
+    chemin_ = printing::CreeProvisoire(modele, 4);
+    if (chemin_.empty())
+      throw std::runtime_error("impossible de créer le fichier temporaire " + modele + ".");
+  }
+  ~PdfSurSortie() {
+    std::remove(chemin_.c_str());
+    printing::OublieProvisoire(chemin_);
+  }
+  PdfSurSortie(const PdfSurSortie&) = delete;
+  PdfSurSortie& operator=(const PdfSurSortie&) = delete;
+  const std::string& Chemin() const { return chemin_; }
+  void Copie() const {
+    std::ifstream f(chemin_, std::ios::binary);
+    std::cout << f.rdbuf() << std::flush;
+    if (!std::cout)
+      throw std::runtime_error("le PDF n'a pas pu être écrit sur la sortie standard.");
+  }
+
+ private:
+  std::string chemin_;
+};
+
+// The paper of a print on a queue when --paper does not say: a media among
+// the -o options, else the queue's (or its instance's) default, else A4.
+std::int16_t PapierDeLaFile(const Commande& c, const std::string& file) {
+  for (auto it = c.options.rbegin(); it != c.options.rend(); ++it) {
+    if (it->first == "media" && CodeMedia(it->second) != 0) return CodeMedia(it->second);
+  }
+  for (const auto& [nom, valeur] : printing::cups::OptionsParDefaut(file)) {
+    if (nom == "media" && CodeMedia(valeur) != 0) return CodeMedia(valeur);
+  }
+  return c.papier;
+}
+
+void Imprime(const OptionsImpression& options, int& argc, char** argv) {
+  const Commande c = Verifie(options);
   // Ctrl-C, a closed terminal or a stop removes the document being drawn.
   printing::ProtegeContreInterruptions();
+  std::vector<std::string> cles = Cles(options.cles);
+  // Like lp without a file, a print of nobody is a mistake, not an empty document.
+  if (cles.empty()) {
+    throw UsageError(
+        "aucune clé : donnez les clés des personnes, ou - pour les lire sur l'entrée "
+        "standard.");
+  }
+  long aujourdhui = options.date.empty() ? -1 : JourDe(options.date);
+  std::unique_ptr<PdfSurSortie> sortie_standard;
+  OptionsImpression o = options;
+  if (o.pdf == "-") {
+    sortie_standard = std::make_unique<PdfSurSortie>();
+    o.pdf = sortie_standard->Chemin();
+  }
   const std::string nom_base = NomDeBase(o.base);
-  std::vector<std::string> cles = Cles(o.cles);
-  long aujourdhui = o.date.empty() ? -1 : JourDe(o.date);
 
   // The control is a widget: it needs an application, even without a screen.
   if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY") &&
@@ -277,18 +353,37 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
     }
   }
   QApplication application(argc, argv);
+  printing::InstalleTraductionsQt(application);
   if (c.sortie == Sortie::Apercu) ExigeEcran();
 
   auto base = marbrel::Base::Ouvre(nom_base, /*lecture_seule=*/true);
 
   printing::Enregistrement enregistrement;
   EnvoiFile envoi(c.copies, o.pdf_secours);
+  envoi.Options(c.options);
   const long choix = ChoisitDestination(o, c, enregistrement, envoi);
-  const std::int16_t papier = c.papier;
+  auto& imprimantes = printing::ListeImprimantes::Courante();
+  std::int16_t papier = c.papier;
+  if (choix >= 0 && o.papier.empty() && envoi.FileChoisie() &&
+      imprimantes.Destinations()[static_cast<size_t>(choix)].nom != "PDF") {
+    papier = PapierDeLaFile(c, imprimantes.Destinations()[static_cast<size_t>(choix)].nom);
+  }
   marbrel::Outils::Instance().Installe_Choix(
       [choix](const std::string&) { return std::to_string(choix); }, [papier] { return papier; });
 
   Ctr_Vesko controle;
+  // A long run shows how far it is on the terminal.
+  ProgressionTerminal progression;
+  // The run's printer is gone once Edition returns: its page count is kept.
+  long pages = 0;
+  auto avancement = [&controle, &pages] {
+    if (const printing::Printer* p = controle.Imprimante()) pages = p->PageCount();
+    return Avancement{controle.Index_Personne, controle.Nb_Personne, pages};
+  };
+  imprimantes.Installe(printing::AvecSuivi(imprimantes.Destinations(), [&] {
+    progression.Montre(avancement());
+    return true;
+  }));
   if (!o.date.empty()) controle.Fixe_Aujourdhui(aujourdhui);
   controle.Fixe_Journal(o.journal);
   controle.TheClient(std::make_shared<marbrel::Client>());
@@ -303,6 +398,7 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   marbrel::TabDyn liste(std::move(texte_cles));
   std::string type = o.type;
   controle.Edition(liste, type);
+  progression.Termine(avancement());
 
   if (choix < 0)
     throw std::runtime_error("impression annulée : aucune imprimante n'a été choisie.");
@@ -340,7 +436,10 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
       MontreApercu(enregistrement, "DOSSIER " + o.type + " " + (cles.empty() ? "" : cles[0]));
       break;
     case Sortie::Pdf:
-      if (!document_perdu) {
+      if (document_perdu) break;
+      if (sortie_standard) {
+        sortie_standard->Copie();
+      } else {
         std::cerr << (incidents ? "Document écrit, incomplet, dans " : "Dossiers imprimés dans ")
                   << o.pdf << "\n";
       }
@@ -349,7 +448,7 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
     case Sortie::Demande:
       if (document_perdu) break;
       if (envoi.FileChoisie()) {
-        envoi.Conclut(o.attendre);
+        envoi.Conclut(o.attendre, c.delai);
       } else {
         std::cerr << (incidents ? "Document écrit, incomplet, dans " : "Dossiers imprimés dans ")
                   << printing::ListeImprimantes::FichierPdf() << "\n";

@@ -28,6 +28,8 @@ void AjouteCommandesDonnees(CLI::App& app, int& statut);
 void AjouteCommandeImpression(CLI::App& app, int& statut, int& argc, char** argv);
 // journal, journal verifie, journal purge.
 void AjouteCommandeJournal(CLI::App& app, int& statut);
+// printers: the print server's queues, their state and the default.
+void AjouteCommandeImprimantes(CLI::App& app, int& statut, int& argc, char** argv);
 // component register|unregister|info.
 void AjouteCommandeComposant(CLI::App& app, int& statut, int& argc, char** argv);
 

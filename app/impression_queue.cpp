@@ -19,6 +19,12 @@ std::vector<printing::Destination> EnvoiFile::Destinations() const {
   return cups::Destinations(reglages_);
 }
 
+printing::Destination EnvoiFile::DestinationPour(const std::string& file) const {
+  return {file, [file, reglages = reglages_](const printing::Travail& travail) {
+            return cups::SurfaceFile(file, travail, reglages);
+          }};
+}
+
 bool EnvoiFile::PeutImprimer(const std::string& file) {
   file_ = file;
   const cups::Verification v = cups::Verifie(file);
@@ -37,7 +43,7 @@ bool EnvoiFile::Explique(const std::string& message) const {
   return false;
 }
 
-void EnvoiFile::Conclut(bool attendre) const {
+void EnvoiFile::Conclut(bool attendre, std::chrono::seconds delai) const {
   if (secours_pris_) return;
   if (envois_->empty()) {
     throw std::runtime_error("aucun travail n'a été envoyé : le document n'avait aucune page.");
@@ -54,7 +60,13 @@ void EnvoiFile::Conclut(bool attendre) const {
               << " » (" << e.titre << ").\n"
               << std::flush;
     if (!attendre) continue;
-    const cups::IssueTravail issue = cups::Attend(e.file, e.numero);
+    cups::SuiviAttente suivi;
+    suivi.delai = delai;
+    suivi.message = [&e](const std::string& message) {
+      std::cerr << "vesko : l'imprimante « " << e.file << " » dit : " << message << "\n"
+                << std::flush;
+    };
+    const cups::IssueTravail issue = cups::Attend(e.file, e.numero, suivi);
     const std::string message = cups::Message(e.file, e.numero, issue);
     if (issue.fin != cups::FinTravail::Termine) throw std::runtime_error(message);
     std::string phrase = message;

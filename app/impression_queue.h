@@ -3,6 +3,7 @@
 // and, when asked, how the job ended.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +17,13 @@ class EnvoiFile {
   // copies: of every job; pdf_secours: where the document goes when the
   // queue cannot take it ("" = nowhere: the command fails).
   EnvoiFile(int copies, std::string pdf_secours);
+
+  // Options of every job (-o), given after the queue's defaults.
+  void Options(printing::cups::OptionsTravail options) { reglages_->options = std::move(options); }
+
+  // One queue, or an instance of it ("QUEUE/instance", which Qt's list
+  // leaves out), sending its jobs through this.
+  printing::Destination DestinationPour(const std::string& file) const;
 
   // The system's printer list, whose queues send their jobs through this.
   std::vector<printing::Destination> Destinations() const;
@@ -34,9 +42,11 @@ class EnvoiFile {
   bool Explique(const std::string& message) const;
 
   // After the run: says on standard output which job the server took (and,
-  // with attendre, how it ended). Fails when the job could not be sent and
-  // no fallback PDF kept it, or when the awaited job did not complete.
-  void Conclut(bool attendre) const;
+  // with attendre, how it ended; meanwhile each new message of the printer
+  // goes to standard error). Fails when the job could not be sent and no
+  // fallback PDF kept it, or when the awaited job did not complete — within
+  // delai, when it is not 0.
+  void Conclut(bool attendre, std::chrono::seconds delai = std::chrono::seconds(0)) const;
 
  private:
   std::shared_ptr<printing::cups::ReglagesEnvoi> reglages_;

@@ -39,6 +39,7 @@ long Ctr_Vesko::Aujourdhui() const {
 void Ctr_Vesko::Edition(TabDyn& W_TabDyn, std::string& W_Type) {
   incidents_.clear();
   cles_absentes_.clear();
+  abandon_ = false;
   // The files are released whatever happens, also when no printer is chosen
   // and when opening or the printer set-up fails.
   struct Fermeture {

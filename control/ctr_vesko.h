@@ -119,6 +119,12 @@ class Ctr_Vesko : public QWidget {
   }
   // The printer of the current run (nullptr outside a run).
   printing::Printer* Imprimante() { return imprimante_.get(); }
+  // Asks the run under way to stop (a host's "Annuler", called from a
+  // surface's progress hook): no further section is printed and the document
+  // is not ended, so its surface is dropped unfinished and nothing of the run
+  // reaches the printer. Edition clears the request when it starts.
+  void Abandonne() { abandon_ = true; }
+  bool Abandonnee() const { return abandon_; }
 
   // ---- Run state, read and written by the print routines. ----
   std::int16_t Un_Centimetre = 567;
@@ -178,4 +184,5 @@ class Ctr_Vesko : public QWidget {
   std::vector<std::string> cles_absentes_;
   std::string utilisateur_;
   std::string journal_;
+  bool abandon_ = false;
 };

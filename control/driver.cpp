@@ -63,7 +63,7 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
     // record from its start, which a batch of many thousand persons cannot
     // afford some forty times per dossier.
     const std::vector<std::string> cles = W_TabDyn.Attributs(Nb_Personne);
-    for (std::int32_t i = 1; i <= Nb_Personne; ++i) {
+    for (std::int32_t i = 1; i <= Nb_Personne && !abandon_; ++i) {
       Index_Personne = i;
       // The key is given afresh to each call that takes it: a section
       // receives it by reference and must not change the next one's.
@@ -95,7 +95,7 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
       deja_imprime = true;
 
 #define VESKO_LIGNE(condition, appel)      \
-  if (condition) {                         \
+  if ((condition) && !abandon_) {          \
     std::string W_Code = cle();            \
     Garde(#appel, W_Code, [&] { appel; }); \
   }
@@ -144,6 +144,7 @@ void Ctr_Vesko::Prepare_Impression(TabDyn& W_TabDyn) {
     Travail2 = TabDyn();
     QCoreApplication::processEvents();
   }
-  // The document is always ended, so everything printed reaches the printer.
-  Garde("Fin du document", "", [&] { P().EndDoc(); });
+  // The document is always ended, so everything printed reaches the printer;
+  // an abandoned run is the exception: its surface goes unfinished.
+  if (!abandon_) Garde("Fin du document", "", [&] { P().EndDoc(); });
 }

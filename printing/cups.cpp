@@ -93,6 +93,27 @@ class Connexion {
 // "name/instance" names an instance of the queue "name": the server knows
 // the queue only.
 std::string NomFile(const std::string& file) { return file.substr(0, file.find('/')); }
+std::string Instance(const std::string& file) {
+  const size_t barre = file.find('/');
+  return barre == std::string::npos ? "" : file.substr(barre + 1);
+}
+
+// The queue or its instance with its lpoptions (nullptr: unknown).
+cups_dest_t* DestinationCups(http_t* http, const std::string& file) {
+  const std::string instance = Instance(file);
+  cups_dest_t* dest =
+      cupsGetNamedDest(http, NomFile(file).c_str(), instance.empty() ? nullptr : instance.c_str());
+  if (dest == nullptr || instance.empty()) return dest;
+  // libcups makes up an instance that no lpoptions file defines: it must be
+  // among the destinations the user's and the system's lpoptions list.
+  cups_dest_t* toutes = nullptr;
+  const int n = cupsGetDests2(http, &toutes);
+  const bool definie = cupsGetDest(NomFile(file).c_str(), instance.c_str(), n, toutes) != nullptr;
+  cupsFreeDests(n, toutes);
+  if (definie) return dest;
+  cupsFreeDests(1, dest);
+  return nullptr;
+}
 
 std::string UriFile(const std::string& nom) {
   char uri[HTTP_MAX_URI];
@@ -148,6 +169,16 @@ Verification VerifieSur(const Connexion& connexion, const std::string& file) {
   }
   const std::string nom = NomFile(file);
   cups_dest_t* dest = cupsGetNamedDest(connexion.Http(), nom.c_str(), nullptr);
+  if (dest != nullptr && !Instance(file).empty()) {
+    cups_dest_t* instance = DestinationCups(connexion.Http(), file);
+    if (instance == nullptr) {
+      cupsFreeDests(1, dest);
+      v.etat = EtatFile::Inconnue;
+      v.raison = "aucune instance « " + Instance(file) + " » dans les fichiers lpoptions";
+      return v;
+    }
+    cupsFreeDests(1, instance);
+  }
   if (dest == nullptr) {
     const ipp_status_t statut = cupsLastError();
     if (statut == IPP_STATUS_ERROR_NOT_FOUND || statut <= IPP_STATUS_OK_EVENTS_COMPLETE) {
@@ -256,9 +287,17 @@ int Soumet(const std::string& file, const std::string& pdf, const std::string& t
   if (!v.Prete()) throw std::runtime_error(v.Message());
 
   cups_option_t* liste = nullptr;
-  int n = cupsAddOption("media", options.papier.c_str(), 0, &liste);
-  n = cupsAddOption("copies", std::to_string(options.copies < 1 ? 1 : options.copies).c_str(), n,
-                    &liste);
+  int n = 0;
+  if (cups_dest_t* dest = DestinationCups(connexion.Http(), file)) {
+    for (int i = 0; i < dest->num_options; ++i)
+      n = cupsAddOption(dest->options[i].name, dest->options[i].value, n, &liste);
+    cupsFreeDests(1, dest);
+  }
+  n = cupsAddOption("media", options.papier.c_str(), n, &liste);
+  if (options.copies > 1)
+    n = cupsAddOption("copies", std::to_string(options.copies).c_str(), n, &liste);
+  for (const auto& [nom, valeur] : options.autres)
+    n = cupsAddOption(nom.c_str(), valeur.c_str(), n, &liste);
   const int numero =
       cupsPrintFile2(connexion.Http(), NomFile(file).c_str(), pdf.c_str(), titre.c_str(), n, liste);
   cupsFreeOptions(n, liste);
@@ -270,8 +309,60 @@ int Soumet(const std::string& file, const std::string& pdf, const std::string& t
   return numero;
 }
 
-IssueTravail Attend(const std::string& file, int numero, std::chrono::milliseconds pas) {
+std::vector<FileServeur> Files() {
+  Connexion connexion;
+  if (connexion.Http() == nullptr) {
+    Verification v;
+    v.etat = EtatFile::ServeurMuet;
+    v.raison = connexion.Erreur();
+    throw std::runtime_error("le serveur d'impression " + Serveur() + " ne répond pas (" +
+                             v.raison + ").");
+  }
+  cups_dest_t* dests = nullptr;
+  const int n = cupsGetDests2(connexion.Http(), &dests);
+  std::vector<FileServeur> files;
+  for (int i = 0; i < n; ++i) {
+    FileServeur f;
+    f.nom = dests[i].name;
+    if (dests[i].instance != nullptr) f.nom += std::string("/") + dests[i].instance;
+    f.defaut = dests[i].is_default != 0;
+    files.push_back(f);
+  }
+  cupsFreeDests(n, dests);
+  for (FileServeur& f : files) f.etat = VerifieSur(connexion, f.nom);
+  return files;
+}
+
+OptionsTravail LitOptions(const std::string& texte) {
+  cups_option_t* liste = nullptr;
+  const int n = cupsParseOptions(texte.c_str(), 0, &liste);
+  OptionsTravail options;
+  for (int i = 0; i < n; ++i) options.emplace_back(liste[i].name, liste[i].value);
+  cupsFreeOptions(n, liste);
+  if (options.empty()) {
+    throw std::runtime_error("option d'impression illisible « " + texte +
+                             " » : attendu NOM=VALEUR, comme avec lp -o.");
+  }
+  return options;
+}
+
+OptionsTravail OptionsParDefaut(const std::string& file) {
+  OptionsTravail options;
+  Connexion connexion;
+  if (connexion.Http() == nullptr) return options;
+  if (cups_dest_t* dest = DestinationCups(connexion.Http(), file)) {
+    for (int i = 0; i < dest->num_options; ++i)
+      options.emplace_back(dest->options[i].name, dest->options[i].value);
+    cupsFreeDests(1, dest);
+  }
+  return options;
+}
+
+IssueTravail Attend(const std::string& file, int numero, const SuiviAttente& suivi,
+                    std::chrono::milliseconds pas) {
   const std::string nom = NomFile(file);
+  const auto debut = std::chrono::steady_clock::now();
+  std::string dernier_message, vu;
   for (;;) {
     Connexion connexion;
     if (connexion.Http() == nullptr) {
@@ -291,8 +382,20 @@ IssueTravail Attend(const std::string& file, int numero, std::chrono::millisecon
         // Waiting or printing: it ends only if its queue still runs.
         const Verification v = VerifieSur(connexion, file);
         if (v.etat == EtatFile::Arretee) return {FinTravail::FileArretee, v.raison};
+        // A printer that jams keeps the job and says why; the user hears it
+        // once the message holds over two questions, so that the last words
+        // of a job about to end are told once, with its end.
+        const std::string message = MessageFile(connexion.Http(), nom);
+        if (message == vu && message != dernier_message) {
+          dernier_message = message;
+          if (!message.empty() && suivi.message) suivi.message(message);
+        }
+        vu = message;
         break;
       }
+    }
+    if (suivi.delai.count() > 0 && std::chrono::steady_clock::now() - debut >= suivi.delai) {
+      return {FinTravail::Delai, vu};
     }
     std::this_thread::sleep_for(pas);
   }
@@ -312,6 +415,10 @@ std::string Message(const std::string& file, int numero, const IssueTravail& iss
                         issue.raison);
     case FinTravail::Perdu:
       return AvecRaison(t + " est perdu", issue.raison);
+    case FinTravail::Delai:
+      return AvecRaison(
+          t + " n'est toujours pas imprimé sur « " + file + " » à la fin du délai d'attente",
+          issue.raison);
   }
   return t;
 }
@@ -375,7 +482,9 @@ class SurfaceFileCups : public Surface {
     envoi.file = file_;
     envoi.titre = titre_;
     try {
-      envoi.numero = Soumet(file_, temporaire_.Chemin(), titre_, {papier_.nom, copies_});
+      envoi.numero =
+          Soumet(file_, temporaire_.Chemin(), titre_,
+                 {papier_.nom, copies_, reglages_ ? reglages_->options : OptionsTravail{}});
     } catch (const std::exception& e) {
       envoi.erreur = e.what();
       Garde(envoi);

@@ -14,21 +14,23 @@
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
+#include <QSettings>
 #include <QStandardItemModel>
 #include <QStatusBar>
 #include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/gui/apercu_dialogue.h"
 #include "app/gui/fenetre_journal.h"
+#include "app/gui/fichier_pdf.h"
 #include "app/gui/personnes.h"
-#include "app/gui/progression.h"
+#include "app/gui/recherche.h"
 #include "control/journal_edition.h"
 #include "marbrel/magasin.h"
 #include "marbrel/outils.h"
-#include "printing/apercu.h"
 #include "printing/imprimantes.h"
+#include "printing/suivi.h"
 
 namespace hote {
 
@@ -36,7 +38,38 @@ namespace {
 
 QString Q(const std::string& texte) { return QString::fromStdString(texte); }
 
+const QString kCleBase = QStringLiteral("base");
+const QString kCleType = QStringLiteral("type");
+
+// The settings of the window: the user's, under the program's name.
+QSettings Reglages() {
+  return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Vesko"),
+                   QStringLiteral("vesko-gui"));
+}
+
 }  // namespace
+
+QString Phrase(const QString& texte) {
+  QString phrase = texte.trimmed();
+  if (phrase.isEmpty()) return phrase;
+  phrase[0] = phrase[0].toUpper();
+  if (!phrase.endsWith('.') && !phrase.endsWith(QStringLiteral("…")) && !phrase.endsWith('!') &&
+      !phrase.endsWith('?')) {
+    phrase += '.';
+  }
+  return phrase;
+}
+
+QString FenetreHote::BaseMemorisee() { return Reglages().value(kCleBase).toString(); }
+QString FenetreHote::TypeMemorise() { return Reglages().value(kCleType).toString(); }
+
+void FenetreHote::Memorise() const {
+  QSettings reglages = Reglages();
+  if (!chemin_base_.isEmpty())
+    reglages.setValue(kCleBase, QFileInfo(chemin_base_).absoluteFilePath());
+  reglages.setValue(kCleType, type_->currentData().toString());
+  reglages.sync();
+}
 
 FenetreHote::FenetreHote(QWidget* parent)
     : QMainWindow(parent),
@@ -76,7 +109,7 @@ void FenetreHote::ConstruitFormulaire() {
   ligne_choix->addSpacing(16);
   ligne_choix->addWidget(new QLabel(QStringLiteral("Rechercher :"), formulaire));
   recherche_ = new QLineEdit(formulaire);
-  recherche_->setPlaceholderText(QStringLiteral("clé, nom ou prénom"));
+  recherche_->setPlaceholderText(QStringLiteral("clé, nom ou prénom, plusieurs mots possibles"));
   recherche_->setClearButtonEnabled(true);
   ligne_choix->addWidget(recherche_, 1);
   colonne->addLayout(ligne_choix);
@@ -84,10 +117,8 @@ void FenetreHote::ConstruitFormulaire() {
   modele_ = new QStandardItemModel(0, 3, this);
   modele_->setHorizontalHeaderLabels(
       {QStringLiteral("Clé"), QStringLiteral("Nom"), QStringLiteral("Prénom")});
-  filtre_ = new QSortFilterProxyModel(this);
+  filtre_ = new FiltreRecherche(this);
   filtre_->setSourceModel(modele_);
-  filtre_->setFilterKeyColumn(-1);
-  filtre_->setFilterCaseSensitivity(Qt::CaseInsensitive);
   vue_ = new QTableView(formulaire);
   vue_->setObjectName(QStringLiteral("Liste_Personnes"));
   vue_->setModel(filtre_);
@@ -112,6 +143,9 @@ void FenetreHote::ConstruitFormulaire() {
   bouton_apercu_ = new QPushButton(QStringLiteral("Aperçu…"), formulaire);
   bouton_imprimer_ = new QPushButton(QStringLiteral("Imprimer…"), formulaire);
   bouton_imprimer_->setDefault(true);
+  bouton_imprimer_->setShortcut(QKeySequence::Print);
+  bouton_imprimer_->setToolTip(
+      QKeySequence(QKeySequence::Print).toString(QKeySequence::NativeText));
   ligne_actions->addWidget(bouton_apercu_);
   ligne_actions->addWidget(bouton_imprimer_);
   colonne->addLayout(ligne_actions);
@@ -128,14 +162,14 @@ void FenetreHote::ConstruitFormulaire() {
     try {
       OuvreBase(chemin);
     } catch (const std::exception& e) {
-      QMessageBox::warning(this, QStringLiteral("Ouvrir une base"), Q(e.what()));
+      QMessageBox::warning(this, QStringLiteral("Ouvrir une base"), Phrase(Q(e.what())));
     }
   });
   connect(type_, &QComboBox::currentIndexChanged, this, [this] {
     try {
       RemplitListe();
     } catch (const std::exception& e) {
-      QMessageBox::warning(this, QStringLiteral("Liste des personnes"), Q(e.what()));
+      QMessageBox::warning(this, QStringLiteral("Liste des personnes"), Phrase(Q(e.what())));
     }
   });
   connect(recherche_, &QLineEdit::textChanged, this, &FenetreHote::Recherche);
@@ -149,12 +183,28 @@ void FenetreHote::ConstruitFormulaire() {
 }
 
 void FenetreHote::OuvreBase(const QString& chemin) {
+  const std::string nom = chemin.toStdString();
+  const bool postgres = marbrel::EstAdressePostgres(nom);
+  const QFileInfo fichier(chemin);
+  if (!postgres) {
+    if (!fichier.exists()) throw std::runtime_error("la base « " + nom + " » n'existe pas.");
+    if (fichier.isDir()) throw std::runtime_error("« " + nom + " » est un dossier, pas une base.");
+    if (!fichier.isReadable()) {
+      throw std::runtime_error("la base « " + nom + " » ne peut pas être lue (droits d'accès).");
+    }
+  }
   std::shared_ptr<marbrel::Base> base;
   try {
-    base = marbrel::Base::Ouvre(chemin.toStdString(), /*lecture_seule=*/true);
+    base = marbrel::Base::Ouvre(nom, /*lecture_seule=*/true);
   } catch (const std::exception& e) {
-    throw std::runtime_error("la base « " + marbrel::NomAffiche(chemin.toStdString()) +
-                             " » ne peut pas être ouverte : " + e.what());
+    if (postgres) {
+      throw std::runtime_error("la base « " + marbrel::NomAffiche(nom) +
+                               " » ne peut pas être ouverte : " + e.what());
+    }
+    // The embedded store's reason is the database engine's, in English.
+    throw std::runtime_error("« " + nom +
+                             " » ne peut pas être ouvert : ce n'est pas une base Vesko, ou elle "
+                             "est endommagée ou verrouillée.");
   }
   base_ouverte_ = std::move(base);
   chemin_base_ = chemin;
@@ -186,14 +236,23 @@ void FenetreHote::RemplitListe() {
         {new QStandardItem(Q(p.cle)), new QStandardItem(Q(p.nom)), new QStandardItem(Q(p.prenom))});
   }
   vue_->resizeColumnsToContents();
-  statusBar()->showMessage(QStringLiteral("%1 personne(s) dans %2.")
-                               .arg(modele_->rowCount())
-                               .arg(Q(FichierPrincipal(type))));
+  Recherche(recherche_->text());
 }
 
 void FenetreHote::Recherche(const QString& texte) {
   if (recherche_->text() != texte) recherche_->setText(texte);
-  filtre_->setFilterFixedString(texte);
+  filtre_->Cherche(texte);
+  if (!base_ouverte_) return;
+  const QString fichier = Q(FichierPrincipal(type_->currentData().toString().toStdString()));
+  if (filtre_->rowCount() == modele_->rowCount()) {
+    statusBar()->showMessage(
+        QStringLiteral("%1 personne(s) dans %2.").arg(modele_->rowCount()).arg(fichier));
+  } else {
+    statusBar()->showMessage(QStringLiteral("%1 personne(s) affichée(s) sur %2 dans %3.")
+                                 .arg(filtre_->rowCount())
+                                 .arg(modele_->rowCount())
+                                 .arg(fichier));
+  }
 }
 
 void FenetreHote::Selectionne(const QStringList& cles) {
@@ -218,7 +277,18 @@ QStringList FenetreHote::ClesChoisies() const {
 int FenetreHote::PersonnesAffichees() const { return filtre_->rowCount(); }
 
 Bilan FenetreHote::Imprime() {
-  return Edite(printing::cups::Destinations(reglages_), /*apercu=*/false);
+  std::vector<printing::Destination> liste = printing::cups::Destinations(reglages_);
+  // The built-in "PDF" closes the list: the window's takes its name once complete.
+  liste.back().ouvre = [](const printing::Travail& travail) {
+    return SurfacePdfComplete(printing::ListeImprimantes::FichierPdf(), travail);
+  };
+  // Whatever the destination, it gets the pages and order the dialog asked for.
+  for (printing::Destination& d : liste) {
+    d.ouvre = [ouvre = d.ouvre, this](const printing::Travail& travail) {
+      return AvecPagesChoisies(ouvre(travail), choix_.Pages());
+    };
+  }
+  return Edite(std::move(liste), /*apercu=*/false);
 }
 
 Bilan FenetreHote::Apercu(bool montre) {
@@ -229,9 +299,9 @@ Bilan FenetreHote::Apercu(bool montre) {
                         }}},
                       /*apercu=*/true);
   if (!bilan.fait || !montre) return bilan;
-  QPrinter imprimante(QPrinter::HighResolution);
-  imprimante.setDocName(QStringLiteral("Aperçu des dossiers"));
-  printing::Apercu(apercu_, imprimante, this)->exec();
+  // Printing from the preview is a print like the others: the same dialog,
+  // the same checks, the same job and its report.
+  if (MontreApercu(apercu_, this) == ChoixApercu::Imprimer) return Imprime();
   return bilan;
 }
 
@@ -253,7 +323,7 @@ Bilan FenetreHote::Edite(std::vector<printing::Destination> liste, bool apercu) 
   // The window draws through the control's printer list: the host's own
   // surfaces report the progress of the run.
   printing::ListeImprimantes::Courante().Installe(
-      AvecSuivi(std::move(liste), [this] { Progression(); }));
+      printing::AvecSuivi(std::move(liste), [this, apercu] { return Progression(apercu); }));
   std::string reponse = "-1";
   marbrel::Outils::Instance().Installe_Choix(
       [this, apercu, &reponse](const std::string& format) {
@@ -266,14 +336,9 @@ Bilan FenetreHote::Edite(std::vector<printing::Destination> liste, bool apercu) 
   // The host hands the database over before every Edition: the control lets
   // it go at the end of each run.
   controle_->TheDatabase(base_ouverte_);
-  QProgressDialog progression(
-      apercu ? QStringLiteral("Préparation de l'aperçu…") : QStringLiteral("Impression…"),
-      QString(), 0, static_cast<int>(cles.size()), this);
-  progression.setWindowTitle(QStringLiteral("Edition de la fiche"));
-  progression.setWindowModality(Qt::WindowModal);
-  progression.setMinimumDuration(400);
-  progression.setValue(0);
-  progression_ = &progression;
+  // The progress dialog appears only once the printer is chosen (the first
+  // page begun): before that it would stand over the print dialog.
+  progression_.reset();
   en_cours_ = true;
   for (QWidget* w :
        std::initializer_list<QWidget*>{type_, recherche_, vue_, bouton_apercu_, bouton_imprimer_}) {
@@ -284,18 +349,25 @@ Bilan FenetreHote::Edite(std::vector<printing::Destination> liste, bool apercu) 
     controle_->Edition(W_TabDyn, W_Type);
   } catch (const std::exception& e) {
     edition_faite = false;
-    bilan.alertes << Q(e.what());
+    bilan.alertes << Phrase(Q(e.what()));
+    bilan.resume = apercu ? QStringLiteral("L'aperçu n'a pas pu être préparé.")
+                          : QStringLiteral("L'impression n'a pas été faite.");
   }
   for (QWidget* w :
        std::initializer_list<QWidget*>{type_, recherche_, vue_, bouton_apercu_, bouton_imprimer_}) {
     w->setEnabled(true);
   }
   en_cours_ = false;
-  progression_ = nullptr;
-  progression.setValue(static_cast<int>(cles.size()));
+  progression_.reset();
   marbrel::Outils::Instance().Installe_Choix({}, {});
 
-  if (reponse == "-1" && edition_faite) {
+  if (controle_->Abandonnee()) {
+    bilan.resume = apercu ? QStringLiteral("Aperçu annulé.")
+                          : QStringLiteral("Impression annulée : rien n'a été envoyé.");
+    return bilan;
+  }
+  if (!edition_faite) return bilan;
+  if (reponse == "-1") {
     bilan.resume = QStringLiteral("Impression annulée : aucune imprimante n'a été choisie.");
     return bilan;
   }
@@ -310,8 +382,8 @@ Bilan FenetreHote::Edite(std::vector<printing::Destination> liste, bool apercu) 
         std::any_of(envois_->begin(), envois_->end(),
                     [&](const printing::cups::Envoi& e) { return e.erreur == i.message; });
     if (dit_plus_bas) continue;
-    bilan.alertes << QStringLiteral("Échec dans %1 pour la fiche « %2 » : %3")
-                         .arg(Q(i.section), Q(i.cle), Q(i.message));
+    bilan.alertes << Phrase(QStringLiteral("Échec dans %1 pour la fiche « %2 » : %3")
+                                .arg(Q(i.section), Q(i.cle), Q(i.message)));
   }
   bilan.fait = edition_faite;
   if (apercu) {
@@ -329,7 +401,7 @@ Bilan FenetreHote::Edite(std::vector<printing::Destination> liste, bool apercu) 
                          .arg(Q(e.file));
     } else {
       bilan.fait = false;
-      bilan.alertes << Q(e.erreur);
+      bilan.alertes << Phrase(Q(e.erreur));
       bilan.resume = QStringLiteral("L'impression n'a pas été envoyée.");
     }
   }
@@ -340,17 +412,31 @@ Bilan FenetreHote::Edite(std::vector<printing::Destination> liste, bool apercu) 
   return bilan;
 }
 
-void FenetreHote::Progression() {
-  if (progression_ != nullptr) {
-    const int fait = std::max(0, controle_->Index_Personne - 1);
-    progression_->setLabelText(QStringLiteral("Dossier %1 sur %2…")
-                                   .arg(controle_->Index_Personne)
-                                   .arg(controle_->Nb_Personne));
-    progression_->setValue(fait);
+bool FenetreHote::Progression(bool apercu) {
+  if (!progression_) {
+    progression_ = std::make_unique<QProgressDialog>(this);
+    progression_->setWindowTitle(apercu ? QStringLiteral("Aperçu des dossiers")
+                                        : QStringLiteral("Impression des dossiers"));
+    progression_->setCancelButtonText(QStringLiteral("Annuler"));
+    progression_->setRange(0, controle_->Nb_Personne);
+    progression_->setWindowModality(Qt::WindowModal);
+    progression_->setMinimumDuration(400);
+    progression_->setAutoReset(false);
+    progression_->setAutoClose(false);
+    progression_->setValue(0);
   }
+  progression_->setLabelText(QStringLiteral("Dossier %1 sur %2…")
+                                 .arg(controle_->Index_Personne)
+                                 .arg(controle_->Nb_Personne));
+  progression_->setValue(std::max(0, controle_->Index_Personne - 1));
   // The window repaints and answers between two pages; its inputs are
   // disabled for the run, and closing it waits for the end.
   QCoreApplication::processEvents();
+  if (progression_->wasCanceled()) {
+    controle_->Abandonne();
+    return false;
+  }
+  return true;
 }
 
 FenetreJournal* FenetreHote::OuvreJournal() {
@@ -377,6 +463,7 @@ void FenetreHote::closeEvent(QCloseEvent* evenement) {
     evenement->ignore();
     return;
   }
+  Memorise();
   QMainWindow::closeEvent(evenement);
 }
 

@@ -21,13 +21,17 @@ class QLabel;
 class QLineEdit;
 class QProgressDialog;
 class QPushButton;
-class QSortFilterProxyModel;
 class QStandardItemModel;
 class QTableView;
 
 namespace hote {
 
 class FenetreJournal;
+class FiltreRecherche;
+
+// A message for a box: a sentence, starting with a capital letter and ending
+// with a full stop.
+QString Phrase(const QString& texte);
 
 // What a print from the window came to, for the status bar and the user.
 struct Bilan {
@@ -44,11 +48,12 @@ class FenetreHote : public QMainWindow {
   ~FenetreHote() override;
 
   // Opens the store (read only) and lists its persons of the current type.
-  // Fails with a French message naming the file.
+  // Fails with a French sentence naming the file.
   void OuvreBase(const QString& chemin);
   // "AIDE" or "AIDANT": the persons listed and the dossier printed.
   void ChoisitType(const QString& type);
-  // Shows only the persons whose key, name or first name contains texte.
+  // Shows only the persons whose key, name and first name hold every word of
+  // texte, accents and case ignored; the status bar counts them.
   void Recherche(const QString& texte);
   // Selects the listed persons of these keys (the others are unselected).
   void Selectionne(const QStringList& cles);
@@ -57,12 +62,19 @@ class FenetreHote : public QMainWindow {
   int PersonnesAffichees() const;
 
   // Prints the selected persons' dossiers as one document on the printer
-  // chosen in Qt's print dialog. The window stays responsive and shows the
-  // progress; nothing is shown about the outcome: the caller reports it.
+  // chosen in Qt's print dialog (a queue that cannot print is said before
+  // anything is drawn). Once the printer is chosen, a progress dialog follows
+  // the run; its "Annuler" abandons the document as a whole. Nothing is shown
+  // about the outcome: the caller reports it.
   Bilan Imprime();
-  // Records the selected persons' dossiers and shows them in Qt's print
-  // preview (modal). With montre false the preview is only prepared (tests).
+  // Records the selected persons' dossiers and shows them in a print preview
+  // (modal) whose "Imprimer…" prints them as Imprime does. With montre false
+  // the preview is only prepared (tests).
   Bilan Apercu(bool montre = true);
+  // The store and dossier type of the last session (QSettings), reopened by
+  // vesko-gui when no --db is given; "" when none.
+  static QString BaseMemorisee();
+  static QString TypeMemorise();
 
   // Shows the "Journal des impressions" window of the open store (not modal;
   // the host window owns it). nullptr when no store is open.
@@ -83,7 +95,9 @@ class FenetreHote : public QMainWindow {
   // One Edition of the selected keys on this printer list: for a preview the
   // control is given its one entry, otherwise the print dialog chooses.
   Bilan Edite(std::vector<printing::Destination> liste, bool apercu);
-  void Progression();
+  // Called by the surfaces as the run goes; false once the user abandoned it.
+  bool Progression(bool apercu);
+  void Memorise() const;
 
   Ctr_Vesko* controle_ = nullptr;
   QLabel* base_ = nullptr;
@@ -91,10 +105,10 @@ class FenetreHote : public QMainWindow {
   QLineEdit* recherche_ = nullptr;
   QTableView* vue_ = nullptr;
   QStandardItemModel* modele_ = nullptr;
-  QSortFilterProxyModel* filtre_ = nullptr;
+  FiltreRecherche* filtre_ = nullptr;
   QPushButton* bouton_apercu_ = nullptr;
   QPushButton* bouton_imprimer_ = nullptr;
-  QProgressDialog* progression_ = nullptr;
+  std::unique_ptr<QProgressDialog> progression_;
 
   QString chemin_base_;
   std::shared_ptr<marbrel::Base> base_ouverte_;

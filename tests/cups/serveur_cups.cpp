@@ -18,15 +18,16 @@ namespace {
 
 // The backend of every queue (with no argument it describes itself): $1 id,
 // $3 title, $4 copies, $5 options, $6 the file (or standard input).
-// "capture:FOLDER" keeps there the bytes, the title, copies and paper, renaming
-// the job last so that a job file that exists is complete. The queue PANNE
-// fails every job, as a jammed printer does.
+// "capture:FOLDER" keeps there the bytes, the title, copies and paper, and all
+// the job's options, renaming the job last so that a job file that exists is
+// complete. The queues PANNE and BOURRAGE fail every job, as a jammed printer does.
 constexpr const char* kBackend = R"sh(#!/bin/sh
 [ $# -eq 0 ] && { echo "direct ${0##*/} \"Unknown\" \"Essai\""; exit 0; }
 d="${DEVICE_URI#*:}"
 cat ${6:+"$6"} > "$d/$1.part"
-case "$d" in */PANNE) echo "ERROR: Plus de papier dans le bac 1" >&2; exit 1;; esac
+case "$d" in */PANNE|*/BOURRAGE) echo "ERROR: Plus de papier dans le bac 1" >&2; exit 1;; esac
 echo "$3 $4 $(echo "$5" | tr ' ' '\n' | sed -n 's/^media=//p')" > "$d/$1.info"
+echo "$5" > "$d/$1.options"
 mv "$d/$1.part" "$d/$1.job"
 )sh";
 
@@ -62,7 +63,7 @@ bool Prepare() {
   serveur.port = Prise(0, false);
   serveur.adresse = "127.0.0.1:" + std::to_string(serveur.port);
   for (const char* sous : {"spool/tmp", "cache", "state", "log", "bin/backend", "files/CAPTURE",
-                           "files/ARRETEE", "files/REFUS", "files/PANNE"})
+                           "files/ARRETEE", "files/REFUS", "files/PANNE", "files/BOURRAGE"})
     fs::create_directories(d + "/" + sous);
   // The system's filters and helpers, with our backend in place of theirs.
   for (const auto& e : fs::directory_iterator("/usr/lib/cups"))
@@ -88,10 +89,13 @@ bool Prepare() {
            {"ARRETEE",
             "Stopped\nStateMessage Bourrage papier dans le bac 2\nReason paused\nAccepting Yes"},
            {"REFUS", "Idle\nStateMessage Toner à remplacer\nAccepting No"},
-           {"PANNE", "Idle\nAccepting Yes"}}) {
+           {"PANNE", "Idle\nAccepting Yes"},
+           {"BOURRAGE", "Idle\nAccepting Yes"}}) {
     const std::string balise = nom == "CAPTURE" ? "DefaultPrinter" : "Printer";
-    files << "<" + balise + " " + nom + ">\nState " + etat + "\nErrorPolicy abort-job\nDeviceURI " +
-                 "capture:" + d + "/files/" + nom + "\n</" + balise + ">\n";
+    // BOURRAGE keeps its jobs and tries again later, Debian's default policy.
+    const std::string politique = nom == "BOURRAGE" ? "retry-job" : "abort-job";
+    files << "<" + balise + " " + nom + ">\nState " + etat + "\nErrorPolicy " + politique +
+                 "\nDeviceURI capture:" + d + "/files/" + nom + "\n</" + balise + ">\n";
   }
   files.close();
 
@@ -143,6 +147,7 @@ void AvecServeur::SetUp() {
 }
 
 std::string AvecServeur::Adresse() { return serveur.adresse; }
+std::string AvecServeur::DossierFiles() { return serveur.dossier + "/files"; }
 
 Capture AvecServeur::AttendCapture(const std::string& file, int numero, int attente) {
   const fs::path job = serveur.dossier + "/files/" + file + "/" + std::to_string(numero) + ".job";
@@ -150,7 +155,9 @@ Capture AvecServeur::AttendCapture(const std::string& file, int numero, int atte
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   if (!fs::exists(job)) return {};
   const std::string infos = essai::Lit(fs::path(job).replace_extension(".info"));
-  return {numero, job.string(), infos.substr(0, infos.find('\n'))};
+  const std::string options = essai::Lit(fs::path(job).replace_extension(".options"));
+  return {numero, job.string(), infos.substr(0, infos.find('\n')),
+          options.substr(0, options.find('\n'))};
 }
 
 const std::string& BaseDemo() {
