@@ -23,7 +23,7 @@
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"
 #include "printing/print_formats.h"
-#include "printing/qt_surface.h"
+#include "printing/pdf_surface.h"
 #include "printing/recording.h"
 #include "printing/rendu.h"
 

@@ -12,7 +12,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "printing/qt_surface.h"
+#include "printing/pdf_surface.h"
 
 namespace printing::cups {
 
