@@ -16,8 +16,8 @@ namespace printing {
 // What the surface of one print document needs to know.
 struct Travail {
   std::string titre;  // job title: the dossier type and the first key
-  std::string sujet;  // what it holds: the dossier type and every key ("" = unsaid)
   int copies = 1;
+  std::string sujet{};  // what it holds: the dossier type and every key ("" = unsaid)
 };
 
 struct Destination {

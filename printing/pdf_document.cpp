@@ -125,6 +125,7 @@ PolicePdf& Document::Face(const Police& police, int& indice) {
 }
 
 void Document::Texte(double x, double y, const Police& police, const std::string& texte) {
+  ecrivain_.Verifie();
   if (texte.empty()) return;
   int indice = 0;
   PolicePdf& face = Face(police, indice);
@@ -177,6 +178,7 @@ void Document::Texte(double x, double y, const Police& police, const std::string
 }
 
 void Document::Trait(double x1, double y1, double x2, double y2, int largeur) {
+  ecrivain_.Verifie();
   largeur = std::max(1, largeur);
   if (largeur != largeur_page_) {
     if (largeur_page_ != 0) traits_ += "S\n";

@@ -12,6 +12,7 @@
 #include <zlib.h>
 
 #include <ostream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,11 @@ class EcrivainPdf {
   // information dictionary and the document's identifier (16 bytes); then
   // everything is flushed. Fails when an object reserved was never written.
   void Termine(int catalogue, int info, const std::string& identifiant);
+
+  // Throws the failure of an earlier write again, if there was one.
+  void Verifie() const {
+    if (!echec_.empty()) throw std::runtime_error(echec_);
+  }
 
   // Bytes written so far.
   std::size_t Taille() const { return ecrits_ + tampon_.size(); }
