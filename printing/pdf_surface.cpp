@@ -20,7 +20,14 @@ PdfSurface::PdfSurface(std::string chemin, pdf::Metadonnees metadonnees)
       chemin_(std::move(chemin)),
       metadonnees_(std::move(metadonnees)) {}
 
-PdfSurface::~PdfSurface() = default;
+PdfSurface::~PdfSurface() {
+  // An unfinished document is ended, so that what was drawn is not lost (as
+  // Qt's surface does); a failure then has nobody left to tell.
+  try {
+    FinDocument();
+  } catch (const std::exception&) {
+  }
+}
 
 void PdfSurface::DebutDocument(const Papier& papier) {
   document_.reset();

@@ -40,6 +40,7 @@ class PdfSurface : public Surface {
   // document without pages leaves no file. A later document on the same
   // surface replaces it.
   PdfSurface(std::string chemin, pdf::Metadonnees metadonnees);
+  // An unfinished document is ended, so that what was drawn is not lost.
   ~PdfSurface() override;
 
   void DebutDocument(const Papier& papier) override;
