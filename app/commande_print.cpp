@@ -22,10 +22,10 @@
 #include "marbrel/outils.h"
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"
-#include "printing/print_formats.h"
 #include "printing/pdf_surface.h"
 #include "printing/recording.h"
 #include "printing/rendu.h"
+#include "printing/sortie_format.h"
 
 namespace vesko_app {
 
@@ -143,12 +143,41 @@ long DemandeImprimante(const std::vector<printing::Destination>& liste) {
   }
 }
 
-void Ecrit(const std::string& chemin, const std::string& contenu) {
-  std::ofstream f(chemin, std::ios::binary);
-  f << contenu;
-  f.close();
-  if (!f) throw std::runtime_error("impossible d'écrire le fichier " + chemin + ".");
-}
+// --text or --json written as the pages come (one page in memory), into a
+// temporary file beside the destination that takes its name once complete:
+// a failed run leaves nothing half-written.
+class FichierFormat {
+ public:
+  FichierFormat(const std::string& chemin, printing::SortieFormat::Format format)
+      : chemin_(chemin), provisoire_(chemin + ".XXXXXX") {
+    const int fd = mkstemp(provisoire_.data());
+    if (fd < 0) throw std::runtime_error("impossible d'écrire le fichier " + chemin + ".");
+    const mode_t masque = umask(0);
+    umask(masque);
+    fchmod(fd, 0666 & ~masque);
+    close(fd);
+    flux_.open(provisoire_, std::ios::binary | std::ios::trunc);
+    sortie_ = std::make_unique<printing::SortieFormat>(flux_, format, chemin);
+  }
+  ~FichierFormat() {
+    if (!termine_) std::remove(provisoire_.c_str());
+  }
+  printing::SortieFormat& Sortie() { return *sortie_; }
+  void Termine() {
+    sortie_->Termine();
+    flux_.close();
+    if (!flux_ || std::rename(provisoire_.c_str(), chemin_.c_str()) != 0) {
+      throw std::runtime_error("impossible d'écrire le fichier " + chemin_ + ".");
+    }
+    termine_ = true;
+  }
+
+ private:
+  std::string chemin_, provisoire_;
+  std::ofstream flux_;
+  std::unique_ptr<printing::SortieFormat> sortie_;
+  bool termine_ = false;
+};
 
 // The built-in "PDF" printer alone: a file needs no print server.
 std::vector<printing::Destination> PdfSeul(const std::string& chemin) {
@@ -259,6 +288,16 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   printing::Enregistrement enregistrement;
   EnvoiFile envoi(c.copies, o.pdf_secours);
   const long choix = ChoisitDestination(o, c, enregistrement, envoi);
+  std::unique_ptr<FichierFormat> format;
+  if (c.sortie == Sortie::Texte || c.sortie == Sortie::Json) {
+    format = std::make_unique<FichierFormat>(c.sortie == Sortie::Texte ? o.texte : o.json,
+                                             c.sortie == Sortie::Texte
+                                                 ? printing::SortieFormat::Format::Texte
+                                                 : printing::SortieFormat::Format::Json);
+    printing::ListeImprimantes::Courante().Installe(
+        {{"Enregistrement",
+          [&format](const printing::Travail&) { return format->Sortie().NouvelleSurface(); }}});
+  }
   const std::int16_t papier = c.papier;
   marbrel::Outils::Instance().Installe_Choix(
       [choix](const std::string&) { return std::to_string(choix); }, [papier] { return papier; });
@@ -287,10 +326,8 @@ void Imprime(const OptionsImpression& o, int& argc, char** argv) {
   }
   switch (c.sortie) {
     case Sortie::Texte:
-      Ecrit(o.texte, printing::EnTexte(enregistrement));
-      break;
     case Sortie::Json:
-      Ecrit(o.json, printing::EnJson(enregistrement));
+      format->Termine();
       break;
     case Sortie::Png: {
       const auto images = printing::EcritPng(enregistrement, o.png, kDpiPng);
