@@ -73,6 +73,69 @@ Execution Lance(const std::vector<std::string>& arguments, const std::string& en
   return e;
 }
 
+// The commands are run by a small process started before anything big is
+// loaded here: a child's peak memory counts that of the process it was
+// forked from, and this one holds the generated stores.
+class Lanceur {
+ public:
+  Lanceur() {
+    if (pipe(demandes_) != 0 || pipe(reponses_) != 0) std::abort();
+    pid_ = fork();
+    if (pid_ == 0) {
+      close(demandes_[1]);
+      close(reponses_[0]);
+      for (;;) {
+        std::uint32_t longueur = 0;
+        if (read(demandes_[0], &longueur, sizeof longueur) != sizeof longueur) _exit(0);
+        std::string demande(longueur, '\0');
+        size_t lus = 0;
+        while (lus < longueur) {
+          const ssize_t n = read(demandes_[0], demande.data() + lus, longueur - lus);
+          if (n <= 0) _exit(0);
+          lus += static_cast<size_t>(n);
+        }
+        // Fields separated by NUL: the standard input, then the arguments.
+        std::vector<std::string> champs;
+        for (size_t debut = 0; debut <= demande.size();) {
+          size_t fin = demande.find('\0', debut);
+          if (fin == std::string::npos) fin = demande.size();
+          champs.push_back(demande.substr(debut, fin - debut));
+          debut = fin + 1;
+        }
+        const std::string entree = champs.front();
+        champs.erase(champs.begin());
+        const Execution e = Lance(champs, entree);
+        if (write(reponses_[1], &e, sizeof e) != sizeof e) _exit(1);
+      }
+    }
+    close(demandes_[0]);
+    close(reponses_[1]);
+  }
+  ~Lanceur() {
+    close(demandes_[1]);
+    close(reponses_[0]);
+    waitpid(pid_, nullptr, 0);
+  }
+
+  Execution Execute(const std::vector<std::string>& arguments, const std::string& entree = "") {
+    std::string demande = entree;
+    for (const std::string& a : arguments) demande += '\0' + a;
+    const auto longueur = static_cast<std::uint32_t>(demande.size());
+    Execution e;
+    if (write(demandes_[1], &longueur, sizeof longueur) != sizeof longueur ||
+        write(demandes_[1], demande.data(), demande.size()) !=
+            static_cast<ssize_t>(demande.size()) ||
+        read(reponses_[0], &e, sizeof e) != sizeof e) {
+      e.statut = -1;
+    }
+    return e;
+  }
+
+ private:
+  int demandes_[2], reponses_[2];
+  pid_t pid_;
+};
+
 long Pages(const std::string& texte) {
   std::ifstream f(texte, std::ios::binary);
   long pages = 1;
@@ -157,6 +220,7 @@ void EcrivainsSeuls(const std::string& base, const std::vector<std::string>& cle
 }  // namespace
 
 int main(int argc, char** argv) {
+  Lanceur lanceur;
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   const std::string runtime = "/tmp/runtime-" + std::to_string(getuid());
   mkdir(runtime.c_str(), 0700);
@@ -204,11 +268,12 @@ int main(int argc, char** argv) {
     };
     const std::string pdf = dossier + "/lot.pdf", txt = dossier + "/lot.txt",
                       json = dossier + "/lot.json";
-    const Execution e_pdf = Lance(commande("--pdf", pdf), cles);
-    const Execution e_txt = Lance(commande("--text", txt), cles);
+    const Execution e_pdf = lanceur.Execute(commande("--pdf", pdf), cles);
+    const Execution e_txt = lanceur.Execute(commande("--text", txt), cles);
     const long pages = Pages(txt);
     const bool avec_json = json_max < 0 || n <= json_max;
-    const Execution e_json = avec_json ? Lance(commande("--json", json), cles) : Execution{};
+    const Execution e_json =
+        avec_json ? lanceur.Execute(commande("--json", json), cles) : Execution{};
     fs::remove(json);
     Ligne("--pdf", e_pdf, n, pages, static_cast<long>(fs::file_size(pdf)));
     Ligne("--text", e_txt, n, pages, 0);
@@ -221,9 +286,9 @@ int main(int argc, char** argv) {
     // The reference: the same text as plain pages through enscript then
     // ghostscript, with the same font and margins.
     const std::string ps = dossier + "/ref.ps", ref = dossier + "/ref.pdf";
-    const Execution e1 =
-        Lance({"enscript", "-q", "-B", "-f", "Courier11", "--margins=14:14:14:14", "-p", ps, txt});
-    const Execution e2 = Lance({"ps2pdf", ps, ref});
+    const Execution e1 = lanceur.Execute(
+        {"enscript", "-q", "-B", "-f", "Courier11", "--margins=14:14:14:14", "-p", ps, txt});
+    const Execution e2 = lanceur.Execute({"ps2pdf", ps, ref});
     Execution e_ref{e1.secondes + e2.secondes, std::max(e1.pic_ko, e2.pic_ko),
                     e1.statut != 0 ? e1.statut : e2.statut};
     const long pages_ref = PagesPdf(ref);

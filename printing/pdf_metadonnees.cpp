@@ -70,6 +70,21 @@ std::string DateXmp(std::time_t t) {
   return s;
 }
 
+// An archive refuses strings over 32,767 bytes: a subject listing thousands
+// of keys keeps its first ones and says how many there are.
+constexpr std::size_t kLongueurSujet = 4000;
+
+std::string Sujet(const std::string& sujet) {
+  if (sujet.size() <= kLongueurSujet) return sujet;
+  std::size_t cles = 1;
+  for (std::size_t i = sujet.find(", "); i != std::string::npos; i = sujet.find(", ", i + 2)) {
+    ++cles;
+  }
+  const std::size_t coupe = sujet.rfind(", ", kLongueurSujet);
+  return sujet.substr(0, coupe == std::string::npos ? kLongueurSujet : coupe) + ", … (" +
+         std::to_string(cles) + " en tout)";
+}
+
 std::string Alternative(const std::string& texte) {
   return "<rdf:Alt><rdf:li xml:lang=\"x-default\">" + EchappeXml(texte) + "</rdf:li></rdf:Alt>";
 }
@@ -111,7 +126,7 @@ std::string ChainePdf(const std::string& utf8) {
 std::string DictionnaireInfo(const Metadonnees& m) {
   std::string d = "<</Title " + ChainePdf(m.titre);
   if (!m.auteur.empty()) d += "/Author " + ChainePdf(m.auteur);
-  if (!m.sujet.empty()) d += "/Subject " + ChainePdf(m.sujet);
+  if (!m.sujet.empty()) d += "/Subject " + ChainePdf(Sujet(m.sujet));
   d += "/Creator " + ChainePdf(m.createur) + "/Producer " + ChainePdf(m.createur) +
        "/CreationDate " + DatePdf(m.date) + "/ModDate " + DatePdf(m.date) + ">>";
   return d;
@@ -134,7 +149,9 @@ std::string PaquetXmp(const Metadonnees& m) {
     x += "<dc:creator><rdf:Seq><rdf:li>" + EchappeXml(m.auteur) +
          "</rdf:li></rdf:Seq></dc:creator>\n";
   }
-  if (!m.sujet.empty()) x += "<dc:description>" + Alternative(m.sujet) + "</dc:description>\n";
+  if (!m.sujet.empty()) {
+    x += "<dc:description>" + Alternative(Sujet(m.sujet)) + "</dc:description>\n";
+  }
   x += "<xmp:CreatorTool>" + EchappeXml(m.createur) + "</xmp:CreatorTool>\n<xmp:CreateDate>" +
        DateXmp(m.date) + "</xmp:CreateDate>\n<xmp:ModifyDate>" + DateXmp(m.date) +
        "</xmp:ModifyDate>\n<pdf:Producer>" + EchappeXml(m.createur) +

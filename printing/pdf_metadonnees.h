@@ -11,7 +11,8 @@ namespace printing::pdf {
 struct Metadonnees {
   std::string titre;   // the job's title: "DOSSIER AIDE A0001"
   std::string auteur;  // "" = no author
-  std::string sujet;   // the dossier type and the keys; "" = none
+  std::string sujet;   // the dossier type and the keys; "" = none. Over 4,000
+                       // bytes, the list is cut and its length said.
   std::string createur = "Vesko";
   std::time_t date = 0;  // creation (and modification) time, UTC
 };

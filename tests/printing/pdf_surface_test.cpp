@@ -78,6 +78,26 @@ TEST(PdfSurfaceTest, AccentsEuroAndSymbolsPrintAsTypedAndAMissingGlyphAsAQuestio
   EXPECT_EQ(polices.find("+LiberationMono-Bold "), std::string::npos) << polices;
 }
 
+// An archive refuses strings over 32,767 bytes: a batch of thousands of
+// dossiers names its first keys and how many there are.
+TEST(PdfSurfaceTest, TheSubjectOfAHugeBatchNamesItsFirstKeysAndCountsThem) {
+  const essai::Dossier dossier;
+  const std::string pdf = dossier / "lot.pdf";
+  printing::pdf::Metadonnees m;
+  m.titre = "DOSSIER AIDE A0000";
+  m.sujet = "Dossiers AIDE : A0000";
+  for (int i = 1; i < 10000; ++i) m.sujet += ", A" + std::to_string(10000 + i).substr(1);
+  printing::Printer p(std::make_unique<printing::PdfSurface>(pdf, m));
+  p.Print("un");
+  p.EndDoc();
+  const std::string infos = essai::Lance("pdfinfo '" + pdf + "'").sortie;
+  EXPECT_NE(infos.find("Subject:         Dossiers AIDE : A0000, A0001, A0002"), std::string::npos);
+  EXPECT_NE(infos.find(", … (10000 en tout)\n"), std::string::npos) << infos.substr(0, 300);
+  EXPECT_LT(infos.size(), 5000u);
+  const std::string xmp = essai::Lance("pdfinfo -meta '" + pdf + "'").sortie;
+  EXPECT_NE(xmp.find(", … (10000 en tout)</rdf:li>"), std::string::npos);
+}
+
 TEST(PdfSurfaceTest, AFailedWriteIsAFrenchErrorAtOnceAndAgainWhenTheDocumentEnds) {
   // A full disk: the file is written in blocks, the last one when it ends.
   {
