@@ -179,8 +179,8 @@ MagasinRealiste GenereMagasin(const std::string& dossier_demo, int n, const std:
           for (int j = 0; j < k; ++j) {
             const auto& [suffixe, rec] = toutes_indispos[alea() % toutes_indispos.size()];
             char fin[16];
-            std::snprintf(fin, sizeof fin, "%05lu%lu%02lu%02lu", 20000 + alea() % 1000, 1 + alea() % 7,
-                          7 + alea() % 12, (alea() % 4) * 15);
+            std::snprintf(fin, sizeof fin, "%05lu%lu%02lu%02lu", 20000 + alea() % 1000,
+                          1 + alea() % 7, 7 + alea() % 12, (alea() % 4) * 15);
             sortie.push_back({cle + fin, *rec});
           }
         } else if (!indisponibilites && suffixes.count(modele)) {
