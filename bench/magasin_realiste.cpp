@@ -196,9 +196,8 @@ MagasinRealiste GenereMagasin(const std::string& dossier_demo, int n, const std:
 
   // Up to four incompatible carers per care recipient, named as the carer's
   // record names them.
-  const auto& civils_aidants = dump.fichiers;
   std::map<std::string, std::string> noms;
-  for (const auto& [nom, recs] : civils_aidants) {
+  for (const auto& [nom, recs] : dump.fichiers) {
     if (nom != "CIVILAIDANT") continue;
     for (const auto& [cle, rec] : recs) noms[cle] = Attribut(rec, 2) + " " + Attribut(rec, 3);
   }
