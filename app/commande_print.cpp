@@ -17,6 +17,7 @@
 
 #include "app/choix_terminal.h"
 #include "app/commandes.h"
+#include "app/fichier_format.h"
 #include "app/impression_options.h"
 #include "app/impression_queue.h"
 #include "app/nom_base.h"
@@ -28,11 +29,13 @@
 #include "marbrel/visible.h"
 #include "printing/apercu.h"
 #include "printing/imprimantes.h"
+#include "printing/pdf_surface.h"
 #include "printing/print_formats.h"
 #include "printing/provisoires.h"
 #include "printing/qt_surface.h"
 #include "printing/recording.h"
 #include "printing/rendu.h"
+#include "printing/sortie_format.h"
 #include "printing/sortie_sure.h"
 #include "printing/suivi.h"
 #include "printing/traductions.h"
@@ -168,9 +171,6 @@ long JourDe(const std::string& date_iso) {
   return marbrel::Outils::Date_Interne(d.year(), d.month(), d.day());
 }
 
-void Ecrit(const std::string& chemin, const std::string& contenu, const std::string& quoi) {
-  printing::EcritFichierSur(chemin, contenu, quoi);
-}
 
 // The built-in "PDF" printer alone: a file needs no print server.
 std::vector<printing::Destination> PdfSeul(const std::string& chemin) {
@@ -362,6 +362,18 @@ void Imprime(const OptionsImpression& options, int& argc, char** argv) {
   EnvoiFile envoi(c.copies, o.pdf_secours);
   envoi.Options(c.options);
   const long choix = ChoisitDestination(o, c, enregistrement, envoi);
+  std::unique_ptr<FichierFormat> format;
+  if (c.sortie == Sortie::Texte || c.sortie == Sortie::Json) {
+    const bool texte = c.sortie == Sortie::Texte;
+    format = std::make_unique<FichierFormat>(
+        texte ? o.texte : o.json,
+        texte ? printing::SortieFormat::Format::Texte : printing::SortieFormat::Format::Json,
+        texte ? "fichier texte" : "fichier JSON");
+    // The name says in the access journal where the recording goes.
+    printing::ListeImprimantes::Courante().Installe(
+        {{NomEnregistrement(o, c),
+          [&format](const printing::Travail&) { return format->NouvelleSurface(); }}});
+  }
   auto& imprimantes = printing::ListeImprimantes::Courante();
   std::int16_t papier = c.papier;
   if (choix >= 0 && o.papier.empty() && envoi.FileChoisie() &&
@@ -422,10 +434,9 @@ void Imprime(const OptionsImpression& options, int& argc, char** argv) {
   }
   switch (c.sortie) {
     case Sortie::Texte:
-      Ecrit(o.texte, printing::EnTexte(enregistrement), "fichier texte");
-      break;
     case Sortie::Json:
-      Ecrit(o.json, printing::EnJson(enregistrement), "fichier JSON");
+      // Ended with the run; a run cut short before its end has no file.
+      if (!document_perdu && !format->Termine_()) format->Termine();
       break;
     case Sortie::Png: {
       const auto images = printing::EcritPng(enregistrement, o.png, kDpiPng);

@@ -9,6 +9,7 @@
 #include "db/procedure.h"
 #include "db/variable.h"
 #include "marbrel/erreur.h"
+#include "marbrel/marques.h"
 #include "marbrel/outils.h"
 #include "printing/imprimantes.h"
 
@@ -85,6 +86,11 @@ void Ctr_Vesko::Edition(TabDyn& W_TabDyn, std::string& W_Type) {
   const printing::Destination& destination = destinations[static_cast<size_t>(index)];
   printing::Travail travail;
   travail.titre = "DOSSIER " + W_Type + " " + W_TabDyn.Extrait(1, -1, -1);
+  // What the document holds, for its properties: the type and every key.
+  travail.sujet = "Dossiers " + W_Type + " :";
+  for (char c : " " + W_TabDyn.Extrait(-1, -1, -1)) {
+    travail.sujet += c == marbrel::AM ? std::string(", ") : std::string(1, c);
+  }
   std::unique_ptr<printing::Surface> surface;
   try {
     surface = destination.ouvre(travail);

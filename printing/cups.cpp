@@ -15,6 +15,7 @@
 #include "printing/provisoires.h"
 #include "printing/qt_surface.h"
 #include "printing/sortie_sure.h"
+#include "printing/pdf_surface.h"
 
 namespace printing::cups {
 

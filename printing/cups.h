@@ -2,7 +2,7 @@
 // a queue can take a job now, a job sent from a PDF of ours with the id the
 // server gives it, and what became of that job.
 //
-// A job for a queue is drawn by the same Qt drawing as a PDF file into a
+// A job for a queue is written by the same PDF writer as a PDF file into a
 // temporary PDF, then handed to the server with cupsPrintFile: that is the
 // one way to learn the job's id (Qt's own CUPS engine submits its file and
 // drops the id). One document, one job.

@@ -17,6 +17,7 @@ namespace printing {
 struct Travail {
   std::string titre;  // job title: the dossier type and the first key
   int copies = 1;
+  std::string sujet{};  // what it holds: the dossier type and every key ("" = unsaid)
 };
 
 struct Destination {

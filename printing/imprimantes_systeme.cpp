@@ -3,6 +3,7 @@
 #include <QPrinterInfo>
 
 #include "printing/imprimantes.h"
+#include "printing/pdf_surface.h"
 #include "printing/qt_surface.h"
 #include "printing/sortie_sure.h"
 

@@ -22,4 +22,11 @@ namespace printing {
 std::string EnTexte(const Enregistrement& enregistrement);
 std::string EnJson(const Enregistrement& enregistrement);
 
+// One page of each form, for writing a recording as it is made
+// (sortie_format.h): the text of the page's lines without the form feed
+// that separates it from the one before; the page's object as it stands
+// inside EnJson's list of pages, without the comma between two.
+void AjouteTextePage(const PageEnregistree& page, std::string& sortie);
+void AjouteJsonPage(const PageEnregistree& page, std::string& sortie);
+
 }  // namespace printing

@@ -85,7 +85,7 @@ void QtSurface::FinDocument() {
   }
 }
 
-std::unique_ptr<Surface> SurfacePdf(const std::string& chemin, const Travail& travail) {
+std::unique_ptr<Surface> SurfacePdfQt(const std::string& chemin, const Travail& travail) {
   const QFileInfo fichier(QString::fromStdString(chemin));
   const QFileInfo dossier(fichier.absolutePath());
   if (fichier.isDir()) {

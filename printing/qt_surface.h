@@ -53,11 +53,12 @@ class QtSurface : public Surface {
   std::unique_ptr<DessinQt> dessin_;
 };
 
-// A surface writing the PDF file chemin; the title of the document is the
-// job's title. Fails with a French message when the file cannot be written
-// (its folder is missing or read-only). Copies mean nothing to a file and are
-// ignored.
-std::unique_ptr<Surface> SurfacePdf(const std::string& chemin, const Travail& travail);
+// A surface writing the PDF file chemin through Qt's own PDF engine; the
+// title of the document is the job's title. Files and print jobs are written
+// by our PDF writer (pdf_surface.h); this one is the reference the tests
+// compare its pages with. Fails with a French message when the file cannot
+// be written (its folder is missing or read-only).
+std::unique_ptr<Surface> SurfacePdfQt(const std::string& chemin, const Travail& travail);
 
 // A surface sending one job to the system print queue named file, with the
 // job's title and number of copies. Fails with a French message when the

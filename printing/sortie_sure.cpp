@@ -11,7 +11,7 @@
 #include <stdexcept>
 
 #include "printing/provisoires.h"
-#include "printing/qt_surface.h"
+#include "printing/pdf_surface.h"
 
 namespace printing {
 

@@ -23,13 +23,13 @@
 
 #include "app/gui/apercu_dialogue.h"
 #include "app/gui/fenetre_journal.h"
-#include "app/gui/fichier_pdf.h"
 #include "app/gui/personnes.h"
 #include "app/gui/recherche.h"
 #include "control/journal_edition.h"
 #include "marbrel/magasin.h"
 #include "marbrel/outils.h"
 #include "printing/imprimantes.h"
+#include "printing/sortie_sure.h"
 #include "printing/suivi.h"
 
 namespace hote {
@@ -280,7 +280,7 @@ Bilan FenetreHote::Imprime() {
   std::vector<printing::Destination> liste = printing::cups::Destinations(reglages_);
   // The built-in "PDF" closes the list: the window's takes its name once complete.
   liste.back().ouvre = [](const printing::Travail& travail) {
-    return SurfacePdfComplete(printing::ListeImprimantes::FichierPdf(), travail);
+    return printing::SurfacePdfSure(printing::ListeImprimantes::FichierPdf(), travail);
   };
   // Whatever the destination, it gets the pages and order the dialog asked for.
   for (printing::Destination& d : liste) {
