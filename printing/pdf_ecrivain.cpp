@@ -1,4 +1,5 @@
 #include "printing/pdf_ecrivain.h"
+#include "printing/raison_systeme.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -35,30 +36,6 @@ void Compresseur::Compresse(const std::string& donnees, std::string& sortie) {
   sortie.resize(sortie.size() - z_.avail_out);
 }
 
-std::string RaisonEcriture(int numero) {
-  switch (numero) {
-    case ENOSPC:
-      return "plus de place sur le disque";
-    case EDQUOT:
-      return "quota disque dépassé";
-    case EIO:
-      return "erreur d'entrée-sortie";
-    case EROFS:
-      return "système de fichiers en lecture seule";
-    case EACCES:
-    case EPERM:
-      return "accès refusé";
-    case EPIPE:
-      return "le lecteur a fermé le flux";
-    case EFBIG:
-      return "fichier trop gros";
-    case 0:
-      return "écriture interrompue";
-    default:
-      return "erreur système " + std::to_string(numero);
-  }
-}
-
 EcrivainPdf::EcrivainPdf(std::ostream& flux, std::string destination)
     : flux_(flux), destination_(std::move(destination)), compresseur_(Z_DEFAULT_COMPRESSION) {
   tampon_.reserve(kTailleTampon + 64 * 1024);
@@ -78,7 +55,7 @@ void EcrivainPdf::Vide() {
   if (tampon_.empty()) return;
   errno = 0;
   flux_.write(tampon_.data(), static_cast<std::streamsize>(tampon_.size()));
-  if (!flux_) Echec(RaisonEcriture(errno));
+  if (!flux_) Echec(RaisonSysteme(errno));
   ecrits_ += tampon_.size();
   tampon_.clear();
 }
@@ -147,7 +124,7 @@ void EcrivainPdf::Termine(int catalogue, int info, const std::string& identifian
   Vide();
   errno = 0;
   flux_.flush();
-  if (!flux_) Echec(RaisonEcriture(errno));
+  if (!flux_) Echec(RaisonSysteme(errno));
 }
 
 }  // namespace printing::pdf

@@ -78,8 +78,4 @@ class EcrivainPdf {
   std::string echec_;
 };
 
-// The message of a failed write for the error number of the system, in
-// French ("plus de place sur le disque").
-std::string RaisonEcriture(int numero);
-
 }  // namespace printing::pdf

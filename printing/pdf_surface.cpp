@@ -8,15 +8,16 @@
 
 #include "printing/pdf_document.h"
 #include "printing/pdf_ecrivain.h"
+#include "printing/raison_systeme.h"
 
 namespace printing {
 
 PdfSurface::PdfSurface(std::ostream& flux, std::string destination, pdf::Metadonnees metadonnees)
     : flux_(&flux), destination_(std::move(destination)), metadonnees_(std::move(metadonnees)) {}
 
-PdfSurface::PdfSurface(std::string chemin, pdf::Metadonnees metadonnees)
+PdfSurface::PdfSurface(std::string chemin, pdf::Metadonnees metadonnees, std::string nom)
     : flux_(nullptr),
-      destination_(chemin),
+      destination_(nom.empty() ? chemin : std::move(nom)),
       chemin_(std::move(chemin)),
       metadonnees_(std::move(metadonnees)) {}
 
@@ -45,8 +46,8 @@ void PdfSurface::DebutDocument(const Papier& papier) {
     fichier_.clear();
     fichier_.open(chemin_, std::ios::binary | std::ios::trunc);
     if (!fichier_) {
-      throw std::runtime_error("le fichier PDF « " + chemin_ +
-                               " » ne peut pas être écrit : " + pdf::RaisonEcriture(errno) + ".");
+      throw std::runtime_error("le fichier PDF « " + destination_ +
+                               " » ne peut pas être écrit : " + RaisonSysteme(errno) + ".");
     }
     flux = &fichier_;
   }
@@ -74,13 +75,14 @@ void PdfSurface::FinDocument() {
     errno = 0;
     fichier_.close();
     if (!fichier_) {
-      throw std::runtime_error("l'écriture du PDF « " + chemin_ +
-                               " » a échoué : " + pdf::RaisonEcriture(errno) + ".");
+      throw std::runtime_error("l'écriture du PDF « " + destination_ +
+                               " » a échoué : " + RaisonSysteme(errno) + ".");
     }
   }
 }
 
-std::unique_ptr<Surface> SurfacePdf(const std::string& chemin, const Travail& travail) {
+std::unique_ptr<Surface> SurfacePdf(const std::string& chemin, const Travail& travail,
+                                    const std::string& nom) {
   namespace fs = std::filesystem;
   std::error_code e;
   const fs::path fichier = fs::absolute(chemin, e);
@@ -100,7 +102,7 @@ std::unique_ptr<Surface> SurfacePdf(const std::string& chemin, const Travail& tr
   m.sujet = travail.sujet;
   m.auteur = pdf::AuteurDesDocuments();
   m.date = pdf::DateDuDocument();
-  return std::make_unique<PdfSurface>(chemin, std::move(m));
+  return std::make_unique<PdfSurface>(chemin, std::move(m), nom);
 }
 
 }  // namespace printing

@@ -38,8 +38,9 @@ class PdfSurface : public Surface {
   PdfSurface(std::ostream& flux, std::string destination, pdf::Metadonnees metadonnees);
   // Writes the file chemin, created (or emptied) when the document begins: a
   // document without pages leaves no file. A later document on the same
-  // surface replaces it.
-  PdfSurface(std::string chemin, pdf::Metadonnees metadonnees);
+  // surface replaces it. Messages name nom, or chemin when nom is empty (a
+  // temporary file is named by the file it will become).
+  PdfSurface(std::string chemin, pdf::Metadonnees metadonnees, std::string nom = "");
   // An unfinished document is ended, so that what was drawn is not lost.
   ~PdfSurface() override;
 
@@ -63,6 +64,8 @@ class PdfSurface : public Surface {
 // subject the job's, its author the setting (pdf::AuteurDesDocuments). Fails
 // with a French message when the file cannot be written (its folder is
 // missing or read-only, it is a folder). Copies mean nothing to a file.
-std::unique_ptr<Surface> SurfacePdf(const std::string& chemin, const Travail& travail);
+// Messages name nom when given.
+std::unique_ptr<Surface> SurfacePdf(const std::string& chemin, const Travail& travail,
+                                    const std::string& nom = "");
 
 }  // namespace printing

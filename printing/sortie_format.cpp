@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "printing/pdf_ecrivain.h"
+#include "printing/raison_systeme.h"
 #include "printing/print_formats.h"
 
 namespace printing {
@@ -82,7 +83,7 @@ void SortieFormat::Vide() {
   flux_.write(tampon_.data(), static_cast<std::streamsize>(tampon_.size()));
   if (!flux_) {
     echec_ =
-        "l'écriture de « " + destination_ + " » a échoué : " + pdf::RaisonEcriture(errno) + ".";
+        "l'écriture de « " + destination_ + " » a échoué : " + RaisonSysteme(errno) + ".";
     throw std::runtime_error(echec_);
   }
   tampon_.clear();
@@ -95,7 +96,7 @@ void SortieFormat::Termine() {
   flux_.flush();
   if (!flux_) {
     echec_ =
-        "l'écriture de « " + destination_ + " » a échoué : " + pdf::RaisonEcriture(errno) + ".";
+        "l'écriture de « " + destination_ + " » a échoué : " + RaisonSysteme(errno) + ".";
     throw std::runtime_error(echec_);
   }
 }

@@ -11,44 +11,12 @@
 #include <stdexcept>
 
 #include "printing/provisoires.h"
+#include "printing/raison_systeme.h"
 #include "printing/pdf_surface.h"
 
 namespace printing {
 
 namespace fs = std::filesystem;
-
-std::string RaisonSysteme(int numero) {
-  switch (numero) {
-    case ENOSPC:
-      return "le disque est plein";
-    case EDQUOT:
-      return "le quota de disque est atteint";
-    case EFBIG:
-      return "le fichier dépasse la taille permise";
-    case EACCES:
-    case EPERM:
-      return "permission refusée";
-    case EROFS:
-      return "le disque est en lecture seule";
-    case ENOENT:
-      return "le dossier n'existe pas";
-    case ENOTDIR:
-      return "un élément du chemin n'est pas un dossier";
-    case EIO:
-      return "erreur d'entrée-sortie du disque";
-    case EISDIR:
-      return "c'est un dossier";
-    case ENAMETOOLONG:
-      return "le nom est trop long";
-    case EMFILE:
-    case ENFILE:
-      return "trop de fichiers ouverts";
-    case EXDEV:
-      return "le fichier temporaire et la cible ne sont pas sur le même disque";
-    default:
-      return "erreur système " + std::to_string(numero);
-  }
-}
 
 namespace {
 
@@ -186,7 +154,7 @@ namespace {
 class SurfacePdfProvisoire : public Surface {
  public:
   SurfacePdfProvisoire(const std::string& chemin, const Travail& travail)
-      : provisoire_(chemin, "fichier PDF"), pdf_(SurfacePdf(provisoire_.Chemin(), travail)) {}
+      : provisoire_(chemin, "fichier PDF"), pdf_(SurfacePdf(provisoire_.Chemin(), travail, provisoire_.Cible())) {}
 
   void DebutDocument(const Papier& papier) override {
     commence_ = true;

@@ -9,12 +9,10 @@
 #include <string>
 
 #include "printing/imprimantes.h"
+#include "printing/raison_systeme.h"
 #include "printing/surface.h"
 
 namespace printing {
-
-// The French reason of a system error number ("le disque est plein", ...).
-std::string RaisonSysteme(int numero);
 
 // A temporary file beside cible, recorded for the interruption handlers
 // (provisoires.h) and removed by the destructor unless it was renamed over

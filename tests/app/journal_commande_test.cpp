@@ -98,10 +98,16 @@ TEST_F(JournalCommande, AJournalFolderWithoutWritePermissionPrintsNothing) {
   const std::string lecture_seule = dossier / "ro", sorties = dossier / "out";
   std::filesystem::create_directory(lecture_seule);
   std::filesystem::create_directory(sorties);
-  std::filesystem::copy_file(base, lecture_seule + "/base.vesko");
+  // The store as it stands, with the log files a reader needs where it may
+  // not create them.
+  for (const char* suffixe : {"", "-wal", "-shm"}) {
+    if (std::filesystem::exists(base + suffixe)) {
+      std::filesystem::copy_file(base + suffixe, lecture_seule + "/base.vesko" + suffixe);
+      chmod((lecture_seule + "/base.vesko" + suffixe).c_str(), 0644);
+    }
+  }
   chmod(dossier.chemin.c_str(), 0755);
   chmod(lecture_seule.c_str(), 0555);
-  chmod((lecture_seule + "/base.vesko").c_str(), 0644);
   chmod(sorties.c_str(), 0777);
   const std::string qui = geteuid() == 0
                               ? "env -u XDG_RUNTIME_DIR setpriv --reuid=nobody --regid=nogroup "

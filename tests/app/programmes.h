@@ -26,8 +26,9 @@ struct Dossier {
 
 // The developer's own settings never reach a test: this program's HOME, XDG
 // folders and print-client configuration (~/.cups/lpoptions with its default
-// printer, client.conf, /etc/cups) are empty folders of its own, and no print
-// server answers until a test starts its private one (serveur_cups.h). Done
+// printer, client.conf, /etc/cups) are empty folders of its own, no store or
+// journal is named by the environment, and no print server answers until a
+// test starts its private one (serveur_cups.h). Done
 // once, before main, for the program and every command it runs.
 inline void MaisonPrivee() {
   static const Dossier maison;
@@ -41,6 +42,8 @@ inline void MaisonPrivee() {
     setenv("CUPS_SERVER", (maison / "aucun-serveur.sock").c_str(), 1);
     unsetenv("PRINTER");
     unsetenv("LPDEST");
+    unsetenv("VESKO_DB");
+    unsetenv("VESKO_JOURNAL");
     return true;
   }();
   (void)faite;

@@ -14,12 +14,13 @@ TEST(Usage, WrongUsagesAreNamedInFrenchWithStatus2) {
   } const cas[] = {
       {"",
        "vesko : une sous-commande est attendue : init, import, export, select, print, "
-       "printers, component. (vesko --help pour l'aide)\n"},
+       "printers, component, journal. (vesko --help pour l'aide)\n"},
       {"imprime --db b A0001",
        "vesko : sous-commande inconnue « imprime » : init, import, export, select, print, "
-       "printers, component. (vesko --help pour l'aide)\n"},
-      {"print --type AIDE A0001",
-       "vesko : l'option --db est obligatoire. (vesko print --help pour l'aide)\n"},
+       "printers, component, journal. (vesko --help pour l'aide)\n"},
+      {"print --type AIDE --pdf a.pdf A0001",
+       "vesko : aucune base : --db BASE (un fichier ou postgresql://…) ou la variable "
+       "VESKO_DB.\n"},
       {"print --db b --type AIDE --bavard A0001",
        "vesko : option inconnue « --bavard ». (vesko print --help pour l'aide)\n"},
       {"print --db b --type",

@@ -142,11 +142,11 @@ TEST(JournalPurge, RemovesTheOldestEntriesAndTheChainSurvivesIt) {
 // name, the keys and the pages are in it.
 TEST(JournalEdition, EveryRunLeavesItsEntryAndOutcomeBesideTheStore) {
   Banc b;
-  b.Met("CIVILAIDE", "A1", Fiche("1=MARTIN"));
+  b.Met("CIVILAIDE", "A0001", Fiche("1=MARTIN"));
   std::string utilisateur = "marie.dupont";
   std::vector<interface_vesko::Argument> arguments = {utilisateur};
   interface_vesko::Appelle(b.Controle(), "Utilisateur", arguments);
-  b.Imprime("AIDE", {"A1", "A2"});
+  b.Imprime("AIDE", {"A0001", "A0002"});
 
   const std::string chemin = b.Chemin() + ".journal";
   struct stat s {};
@@ -156,7 +156,7 @@ TEST(JournalEdition, EveryRunLeavesItsEntryAndOutcomeBesideTheStore) {
   auto passages = journal.Liste({});
   ASSERT_EQ(passages.size(), 1u);
   const Entree& debut = passages[0].impression;
-  EXPECT_EQ(debut.cles, (std::vector<std::string>{"A1", "A2"}));
+  EXPECT_EQ(debut.cles, (std::vector<std::string>{"A0001", "A0002"}));
   EXPECT_EQ(debut.type, "AIDE");
   EXPECT_EQ(debut.utilisateur, "marie.dupont");
   EXPECT_EQ(debut.destination, "Enregistrement");
@@ -169,18 +169,18 @@ TEST(JournalEdition, EveryRunLeavesItsEntryAndOutcomeBesideTheStore) {
   // A cancelled choice is a run too; a failing section makes it failed, by name.
   marbrel::Outils::Instance().Installe_Choix([](const std::string&) { return "-1"; },
                                              [] { return std::int16_t{9}; });
-  marbrel::TabDyn liste = Rec({"A1"});
+  marbrel::TabDyn liste = Rec({"A0001"});
   std::string type = "AIDE";
   b.Controle().TheDatabase(marbrel::Base::OuvreSqlite(b.Chemin(), true));
   b.Controle().Edition(liste, type);
   b.FaitEchouer("RESSOURCESAIDE");
-  b.Imprime("AIDE", {"A1"});
+  b.Imprime("AIDE", {"A0001"});
   passages = journal.Liste({});
   ASSERT_EQ(passages.size(), 3u);
   EXPECT_EQ(passages[1].issue.issue, journal::kAnnulee);
   EXPECT_EQ(passages[1].impression.destination, "aucune imprimante");
   EXPECT_EQ(passages[2].issue.issue, journal::kEchouee);
-  EXPECT_NE(passages[2].issue.message.find("Ressource_Aide, fiche « A1 » : Erreur de lecture"),
+  EXPECT_NE(passages[2].issue.message.find("Ressource_Aide, fiche « A0001 » : Erreur de lecture"),
             std::string::npos)
       << passages[2].issue.message;
   EXPECT_TRUE(journal.Verifie().intact);
@@ -192,7 +192,7 @@ TEST(JournalEdition, AJournalThatCannotBeWrittenPrintsNothing) {
   Banc b;
   b.Controle().Fixe_Journal(b.Chemin() + ".absent/journal");
   try {
-    b.Imprime("AIDE", {"A1"});
+    b.Imprime("AIDE", {"A0001"});
     ADD_FAILURE() << "l'impression aurait dû être refusée";
   } catch (const std::runtime_error& e) {
     EXPECT_EQ(std::string(e.what()), "impression refusée : le journal des impressions « " +
@@ -206,7 +206,7 @@ TEST(JournalEdition, AJournalThatCannotBeWrittenPrintsNothing) {
   // The persons' store named as the journal by mistake is left as it was.
   const std::string avant = LitFichier(b.Chemin());
   b.Controle().Fixe_Journal(b.Chemin());
-  EXPECT_THROW(b.Imprime("AIDE", {"A1"}), std::runtime_error);
+  EXPECT_THROW(b.Imprime("AIDE", {"A0001"}), std::runtime_error);
   EXPECT_EQ(LitFichier(b.Chemin()), avant);
   EXPECT_TRUE(b.Enregistrement().pages.empty());
 }

@@ -64,7 +64,7 @@ TEST(PdfSurfaceTest, AccentsEuroAndSymbolsPrintAsTypedAndAMissingGlyphAsAQuestio
     p.SetFontItalic(true);
     p.Print("Été");
     p.SetFontBold(false);
-    p.Print("漢 \xFE fin");  // no such glyph; a stray mark byte
+    p.Print("漢 \xC3 fin");  // no such glyph; a stray byte
     p.EndDoc();
   }
   const essai::Resultat r = essai::Lance("pdftotext '" + pdf + "' -");
@@ -104,7 +104,7 @@ TEST(PdfSurfaceTest, AFailedWriteIsAFrenchErrorAtOnceAndAgainWhenTheDocumentEnds
     printing::Printer p(printing::SurfacePdf("/dev/full", {"PLEIN", 1}));
     ImprimePages(p, 1);
     EXPECT_EQ(Erreur([&] { p.EndDoc(); }),
-              "l'écriture du PDF « /dev/full » a échoué : plus de place sur le disque.");
+              "l'écriture du PDF « /dev/full » a échoué : le disque est plein.");
   }
   // A stream that stops taking bytes in the middle of a long document: the
   // page that finds it out fails, and so does everything after it.
