@@ -38,6 +38,7 @@
 #include "printing/sortie_format.h"
 #include "printing/sortie_sure.h"
 #include "printing/suivi.h"
+#include "printing/surface_avec_fin.h"
 #include "printing/traductions.h"
 
 namespace vesko_app {
@@ -171,7 +172,6 @@ long JourDe(const std::string& date_iso) {
   return marbrel::Outils::Date_Interne(d.year(), d.month(), d.day());
 }
 
-
 // The built-in "PDF" printer alone: a file needs no print server.
 std::vector<printing::Destination> PdfSeul(const std::string& chemin) {
   printing::ListeImprimantes::FixeFichierPdf(chemin);
@@ -207,11 +207,19 @@ long ChoisitDestination(const OptionsImpression& o, const Commande& c,
   switch (c.sortie) {
     case Sortie::Texte:
     case Sortie::Json:
-    case Sortie::Png:
     case Sortie::Apercu:
       // The name says in the access journal where the recording goes.
       imprimantes.Installe({{NomEnregistrement(o, c), [&](const printing::Travail&) {
                                return std::make_unique<printing::RecordingSurface>(&enregistrement);
+                             }}});
+      return 0;
+    case Sortie::Png:
+      // The images are written as the run ends: a folder that cannot take
+      // them fails the run itself.
+      imprimantes.Installe({{NomEnregistrement(o, c), [&](const printing::Travail&) {
+                               return printing::AvecFin(
+                                   std::make_unique<printing::RecordingSurface>(&enregistrement),
+                                   [&] { printing::EcritPng(enregistrement, o.png, kDpiPng); });
                              }}});
       return 0;
     case Sortie::Pdf:
@@ -438,11 +446,10 @@ void Imprime(const OptionsImpression& options, int& argc, char** argv) {
       // Ended with the run; a run cut short before its end has no file.
       if (!document_perdu && !format->Termine_()) format->Termine();
       break;
-    case Sortie::Png: {
-      const auto images = printing::EcritPng(enregistrement, o.png, kDpiPng);
-      std::cerr << images.size() << " page(s) écrite(s) dans " << o.png << "\n";
+    case Sortie::Png:
+      if (document_perdu) break;
+      std::cerr << enregistrement.pages.size() << " page(s) écrite(s) dans " << o.png << "\n";
       break;
-    }
     case Sortie::Apercu:
       MontreApercu(enregistrement, "DOSSIER " + o.type + " " + (cles.empty() ? "" : cles[0]));
       break;

@@ -2,36 +2,9 @@
 
 #include <stdexcept>
 
+#include "printing/surface_avec_fin.h"
+
 namespace vesko_app {
-
-namespace {
-
-// The run's surface: the format's own, whose end of document also ends the file.
-class SurfaceFinale : public printing::Surface {
- public:
-  SurfaceFinale(std::unique_ptr<printing::Surface> surface, FichierFormat& fichier)
-      : surface_(std::move(surface)), fichier_(fichier) {}
-
-  void DebutDocument(const printing::Papier& papier) override { surface_->DebutDocument(papier); }
-  void NouvellePage() override { surface_->NouvellePage(); }
-  void Texte(double x, double y, const printing::Police& police,
-             const std::string& texte) override {
-    surface_->Texte(x, y, police, texte);
-  }
-  void Trait(double x1, double y1, double x2, double y2, int largeur) override {
-    surface_->Trait(x1, y1, x2, y2, largeur);
-  }
-  void FinDocument() override {
-    surface_->FinDocument();
-    fichier_.Termine();
-  }
-
- private:
-  std::unique_ptr<printing::Surface> surface_;
-  FichierFormat& fichier_;
-};
-
-}  // namespace
 
 FichierFormat::FichierFormat(const std::string& chemin, printing::SortieFormat::Format format,
                              const std::string& quoi)
@@ -42,7 +15,7 @@ FichierFormat::FichierFormat(const std::string& chemin, printing::SortieFormat::
 }
 
 std::unique_ptr<printing::Surface> FichierFormat::NouvelleSurface() {
-  return std::make_unique<SurfaceFinale>(sortie_->NouvelleSurface(), *this);
+  return printing::AvecFin(sortie_->NouvelleSurface(), [this] { Termine(); });
 }
 
 void FichierFormat::Termine() {

@@ -1,10 +1,11 @@
 #include "printing/pdf_ecrivain.h"
-#include "printing/raison_systeme.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
+
+#include "printing/raison_systeme.h"
 
 namespace printing::pdf {
 

@@ -4,8 +4,8 @@
 #include <stdexcept>
 
 #include "printing/pdf_ecrivain.h"
-#include "printing/raison_systeme.h"
 #include "printing/print_formats.h"
+#include "printing/raison_systeme.h"
 
 namespace printing {
 
@@ -82,8 +82,7 @@ void SortieFormat::Vide() {
   errno = 0;
   flux_.write(tampon_.data(), static_cast<std::streamsize>(tampon_.size()));
   if (!flux_) {
-    echec_ =
-        "l'écriture de « " + destination_ + " » a échoué : " + RaisonSysteme(errno) + ".";
+    echec_ = "l'écriture de « " + destination_ + " » a échoué : " + RaisonSysteme(errno) + ".";
     throw std::runtime_error(echec_);
   }
   tampon_.clear();
@@ -95,8 +94,7 @@ void SortieFormat::Termine() {
   errno = 0;
   flux_.flush();
   if (!flux_) {
-    echec_ =
-        "l'écriture de « " + destination_ + " » a échoué : " + RaisonSysteme(errno) + ".";
+    echec_ = "l'écriture de « " + destination_ + " » a échoué : " + RaisonSysteme(errno) + ".";
     throw std::runtime_error(echec_);
   }
 }

@@ -10,9 +10,9 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "printing/pdf_surface.h"
 #include "printing/provisoires.h"
 #include "printing/raison_systeme.h"
-#include "printing/pdf_surface.h"
 
 namespace printing {
 
@@ -154,7 +154,8 @@ namespace {
 class SurfacePdfProvisoire : public Surface {
  public:
   SurfacePdfProvisoire(const std::string& chemin, const Travail& travail)
-      : provisoire_(chemin, "fichier PDF"), pdf_(SurfacePdf(provisoire_.Chemin(), travail, provisoire_.Cible())) {}
+      : provisoire_(chemin, "fichier PDF"),
+        pdf_(SurfacePdf(provisoire_.Chemin(), travail, provisoire_.Cible())) {}
 
   void DebutDocument(const Papier& papier) override {
     commence_ = true;
