@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <QDate>
 #include <QFileInfo>
-#include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <cerrno>
 #include <cstdio>
@@ -273,15 +272,13 @@ void ExigeEcran() {
   }
 }
 
+// The preview of the command line only shows: printing is the command's own
+// run (--printer), which checks the queue, reports the job and is journaled.
 void MontreApercu(const printing::Enregistrement& enregistrement, const std::string& titre) {
-  QPrinter imprimante(QPrinter::HighResolution);
-  imprimante.setDocName(QString::fromStdString(titre));
-  auto dialogue = printing::Apercu(enregistrement, imprimante);
-  if (dialogue->exec() == QDialog::Accepted) {
-    std::cerr << "Document imprimé depuis l'aperçu.\n";
-  } else {
-    std::cerr << "Aperçu fermé : rien n'a été imprimé.\n";
-  }
+  printing::DialogueApercu dialogue(enregistrement, /*offre_impression=*/false);
+  dialogue.Imprimante().setDocName(QString::fromStdString(titre));
+  dialogue.exec();
+  std::cerr << "Aperçu fermé : rien n'a été imprimé (pour imprimer : --printer FILE).\n";
 }
 
 // A PDF for standard output ("--pdf -") is drawn into a private temporary

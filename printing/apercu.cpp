@@ -1,7 +1,9 @@
 #include "printing/apercu.h"
 
-#include <QPrintPreviewDialog>
-#include <QPrinter>
+#include <QDialogButtonBox>
+#include <QPrintPreviewWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 #include "printing/qt_surface.h"
 #include "printing/rendu.h"
@@ -18,13 +20,29 @@ void DessineApercu(const Enregistrement& enregistrement, QPrinter& imprimante) {
   Rejoue(enregistrement, surface);
 }
 
-std::unique_ptr<QPrintPreviewDialog> Apercu(const Enregistrement& enregistrement,
-                                            QPrinter& imprimante, QWidget* parent) {
-  auto dialogue = std::make_unique<QPrintPreviewDialog>(&imprimante, parent);
-  dialogue->setWindowTitle(QStringLiteral("Aperçu avant impression"));
-  QObject::connect(dialogue.get(), &QPrintPreviewDialog::paintRequested,
-                   [&enregistrement](QPrinter* p) { DessineApercu(enregistrement, *p); });
-  return dialogue;
+DialogueApercu::DialogueApercu(const Enregistrement& enregistrement, bool offre_impression,
+                               QWidget* parent)
+    : QDialog(parent), imprimante_(QPrinter::HighResolution) {
+  setWindowTitle(QStringLiteral("Aperçu avant impression"));
+  imprimante_.setDocName(QStringLiteral("Aperçu des dossiers"));
+  auto* colonne = new QVBoxLayout(this);
+  vue_ = new QPrintPreviewWidget(&imprimante_, this);
+  vue_->setZoomMode(QPrintPreviewWidget::FitToWidth);
+  connect(vue_, &QPrintPreviewWidget::paintRequested, this,
+          [&enregistrement](QPrinter* p) { DessineApercu(enregistrement, *p); });
+  colonne->addWidget(vue_, 1);
+
+  auto* boutons = new QDialogButtonBox(this);
+  if (offre_impression) {
+    auto* imprimer = boutons->addButton(QStringLiteral("Imprimer…"), QDialogButtonBox::AcceptRole);
+    imprimer->setObjectName(QStringLiteral("Bouton_Imprimer"));
+    imprimer->setShortcut(QKeySequence::Print);
+  }
+  boutons->addButton(QStringLiteral("Fermer"), QDialogButtonBox::RejectRole);
+  connect(boutons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(boutons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  colonne->addWidget(boutons);
+  resize(760, 900);
 }
 
 }  // namespace printing

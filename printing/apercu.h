@@ -1,15 +1,17 @@
-// The print preview: Qt's own preview dialog showing a recorded document,
-// drawn by the same Qt surface as a PDF file or a printer, so what the
-// preview shows is what the paper gets. Needs a QApplication.
+// The print preview: the recorded dossiers page by page, drawn by the same Qt
+// surface as the screen's images, so what the preview shows is what the paper
+// gets. Its only way to print is the host's own print run ("Imprimer…" hands
+// the choice back): Qt's own preview dialog would print through Qt's CUPS
+// engine, which neither checks the queue, nor reports the job, nor leaves a
+// trace in the access journal. Needs a QApplication.
 #pragma once
 
-#include <memory>
+#include <QDialog>
+#include <QPrinter>
 
 #include "printing/recording.h"
 
-class QPrintPreviewDialog;
-class QPrinter;
-class QWidget;
+class QPrintPreviewWidget;
 
 namespace printing {
 
@@ -17,10 +19,19 @@ namespace printing {
 // pages in order. An empty recording draws nothing.
 void DessineApercu(const Enregistrement& enregistrement, QPrinter& imprimante);
 
-// A preview dialog showing the recording on imprimante. Both must outlive
-// the dialog: it draws again whenever the user changes the view. Printing
-// from the dialog goes through Qt's print dialog and that printer.
-std::unique_ptr<QPrintPreviewDialog> Apercu(const Enregistrement& enregistrement,
-                                            QPrinter& imprimante, QWidget* parent = nullptr);
+class DialogueApercu : public QDialog {
+ public:
+  // enregistrement must outlive the dialog: the preview draws it again
+  // whenever the view changes. With offre_impression, an "Imprimer…" button
+  // (Ctrl+P) accepts the dialog; "Fermer" rejects it.
+  DialogueApercu(const Enregistrement& enregistrement, bool offre_impression,
+                 QWidget* parent = nullptr);
+  QPrintPreviewWidget* Vue() const { return vue_; }
+  QPrinter& Imprimante() { return imprimante_; }
+
+ private:
+  QPrinter imprimante_;
+  QPrintPreviewWidget* vue_ = nullptr;
+};
 
 }  // namespace printing

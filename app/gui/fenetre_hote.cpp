@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -21,13 +20,13 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "app/gui/apercu_dialogue.h"
 #include "app/gui/fenetre_journal.h"
 #include "app/gui/personnes.h"
 #include "app/gui/recherche.h"
 #include "control/journal_edition.h"
 #include "marbrel/magasin.h"
 #include "marbrel/outils.h"
+#include "printing/apercu.h"
 #include "printing/imprimantes.h"
 #include "printing/sortie_sure.h"
 #include "printing/suivi.h"
@@ -301,7 +300,9 @@ Bilan FenetreHote::Apercu(bool montre) {
   if (!bilan.fait || !montre) return bilan;
   // Printing from the preview is a print like the others: the same dialog,
   // the same checks, the same job and its report.
-  if (MontreApercu(apercu_, this) == ChoixApercu::Imprimer) return Imprime();
+  printing::DialogueApercu dialogue(apercu_, /*offre_impression=*/true, this);
+  // "Imprimer…" is the window's own print: dialog, queue check, job, journal.
+  if (dialogue.exec() == QDialog::Accepted) return Imprime();
   return bilan;
 }
 

@@ -8,9 +8,9 @@
 #include <QAbstractItemView>
 #include <QImage>
 #include <QLabel>
-#include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
+#include <QPushButton>
 #include <QTimer>
 #include <set>
 
@@ -89,14 +89,13 @@ TEST_F(FenetreHoteTest, ListsSearchesSelectsAndPrintsWhileTheWindowStaysResponsi
   const printing::Enregistrement& rec = fenetre.DernierApercu();
   ASSERT_GE(rec.pages.size(), 3u);
   EXPECT_EQ(bilan.resume, QString("Aperçu de 3 dossier(s), %1 page(s).").arg(rec.pages.size()));
-  // Qt's preview of that recording draws every page, on A4.
-  QPrinter imprimante(QPrinter::HighResolution);
-  auto dialogue = printing::Apercu(rec, imprimante);
-  auto* vue = dialogue->findChild<QPrintPreviewWidget*>();
-  ASSERT_NE(vue, nullptr);
-  vue->updatePreview();
-  EXPECT_EQ(vue->pageCount(), static_cast<int>(rec.pages.size()));
-  EXPECT_EQ(imprimante.pageLayout().pageSize().id(), QPageSize::A4);
+  // The preview of that recording draws every page, on A4; the command
+  // line's preview has no print button of its own.
+  printing::DialogueApercu dialogue(rec, /*offre_impression=*/false);
+  dialogue.Vue()->updatePreview();
+  EXPECT_EQ(dialogue.Vue()->pageCount(), static_cast<int>(rec.pages.size()));
+  EXPECT_EQ(dialogue.Imprimante().pageLayout().pageSize().id(), QPageSize::A4);
+  EXPECT_EQ(dialogue.findChild<QPushButton*>("Bouton_Imprimer"), nullptr);
 
   fenetre.ChoisitType("AIDANT");
   EXPECT_EQ(Lignes(), QStringList({"S0001 BERNARD Sophie"}));
