@@ -1,5 +1,6 @@
 #include "printing/rendu.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QImage>
 #include <QPainter>
@@ -10,6 +11,7 @@
 #include <variant>
 
 #include "printing/qt_dessin.h"
+#include "printing/sortie_sure.h"
 
 namespace printing {
 
@@ -51,6 +53,33 @@ void Rejoue(const Enregistrement& enregistrement, Surface& surface) {
   surface.FinDocument();
 }
 
+namespace {
+
+// The name of page n's image: page-001.png, page-002.png…
+std::string NomDePage(size_t n) {
+  char nom[32];
+  std::snprintf(nom, sizeof nom, "page-%03zu.png", n);
+  return nom;
+}
+
+// Pages of an earlier, longer run left in the folder would read as pages of
+// this one, another person's among them: the images past the last page of
+// this run are removed (only names this program gives, page-NNN.png).
+void RetireAnciennesPages(const std::string& dossier, size_t pages) {
+  std::error_code erreur;
+  for (const auto& entree : std::filesystem::directory_iterator(dossier, erreur)) {
+    const std::string nom = entree.path().filename().string();
+    size_t n = 0;
+    int lus = 0;
+    if (std::sscanf(nom.c_str(), "page-%zu.png%n", &n, &lus) == 1 &&
+        static_cast<size_t>(lus) == nom.size() && n > pages && nom == NomDePage(n)) {
+      std::filesystem::remove(entree.path(), erreur);
+    }
+  }
+}
+
+}  // namespace
+
 std::vector<std::string> EcritPng(const Enregistrement& enregistrement, const std::string& dossier,
                                   int dpi) {
   if (dpi < 10 || dpi > 1200) {
@@ -64,6 +93,10 @@ std::vector<std::string> EcritPng(const Enregistrement& enregistrement, const st
   const QSize pixels(static_cast<int>(std::lround(papier.largeur_mm * dpi / 25.4)),
                      static_cast<int>(std::lround(papier.hauteur_mm * dpi / 25.4)));
   const int points_par_metre = static_cast<int>(std::lround(dpi / 0.0254));
+  // Every image goes first to a temporary file beside its name (0600: it
+  // holds health data); the names are given only once every page is written,
+  // so a failed run leaves the folder as it was.
+  std::vector<std::unique_ptr<FichierProvisoire>> images;
   std::vector<std::string> chemins;
   for (size_t i = 0; i < enregistrement.pages.size(); ++i) {
     QImage image(pixels, QImage::Format_RGB32);
@@ -81,14 +114,19 @@ std::vector<std::string> EcritPng(const Enregistrement& enregistrement, const st
       DessinQt dessin(painter);
       DessineElements(enregistrement.pages[i], dessin);
     }
-    char nom[32];
-    std::snprintf(nom, sizeof nom, "page-%03zu.png", i + 1);
-    const std::string chemin = (std::filesystem::path(dossier) / nom).string();
-    if (!image.save(QString::fromStdString(chemin), "PNG")) {
+    const std::string chemin = (std::filesystem::path(dossier) / NomDePage(i + 1)).string();
+    QByteArray png;
+    QBuffer tampon(&png);
+    tampon.open(QIODevice::WriteOnly);
+    if (!image.save(&tampon, "PNG")) {
       throw std::runtime_error("l'image « " + chemin + " » ne peut pas être écrite.");
     }
+    images.push_back(std::make_unique<FichierProvisoire>(chemin, "fichier PNG"));
+    images.back()->Ecrit(std::string(png.constData(), static_cast<size_t>(png.size())));
     chemins.push_back(chemin);
   }
+  for (const auto& image : images) image->Remplace();
+  RetireAnciennesPages(dossier, enregistrement.pages.size());
   return chemins;
 }
 
