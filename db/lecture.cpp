@@ -1,12 +1,17 @@
 #include "db/lecture.h"
 
+#include <map>
+
 #include "marbrel/erreur.h"
+#include "marbrel/marques.h"
 
 namespace db {
 
 namespace {
 long jour_du_run = 0;
-}
+// The run's selections, by sentence, file and fields.
+std::map<std::string, marbrel::Liste_Selection> selections_du_run;
+}  // namespace
 
 marbrel::TabDyn& Lit(Fic fichier, const std::string& cle) {
   marbrel::TabDyn& slot = Variable::Enregistrement(fichier);
@@ -73,6 +78,19 @@ marbrel::Liste_Selection Selection(const std::string& phrase, const std::string&
   }
   return Variable::Base->Selectionne(commande.Extrait(-1, -1, -1), "");
 }
+
+const marbrel::Liste_Selection& Selection_Du_Run(const std::string& phrase,
+                                                 const std::string& fichier,
+                                                 const std::string& champs) {
+  const std::string cle = phrase + marbrel::AM + fichier + marbrel::AM + champs;
+  if (auto trouvee = selections_du_run.find(cle); trouvee != selections_du_run.end()) {
+    return trouvee->second;
+  }
+  // A selection that fails is not kept: the next dossier tries again.
+  return selections_du_run.emplace(cle, Selection(phrase, fichier, champs)).first->second;
+}
+
+void Oublie_Selections_Du_Run() { selections_du_run.clear(); }
 
 long Aujourdhui() { return jour_du_run; }
 void FixeAujourdhui(long jour) { jour_du_run = jour; }

@@ -44,6 +44,16 @@ std::string Libelle(const marbrel::TabDyn& table, const std::string& code);
 marbrel::Liste_Selection Selection(const std::string& phrase, const std::string& fichier,
                                    const std::string& champs);
 
+// The same selection, made once per run: for the selections that do not
+// depend on the person (the task catalogue), which the run's one snapshot of
+// the store keeps the same from its first dossier to its last. The result
+// stays valid until the run's files are opened or closed again.
+const marbrel::Liste_Selection& Selection_Du_Run(const std::string& phrase,
+                                                 const std::string& fichier,
+                                                 const std::string& champs);
+// Forgets the run's selections (done when a run's files open and close).
+void Oublie_Selections_Du_Run();
+
 // The run's "today" as an internal day number (set by the control for a run).
 long Aujourdhui();
 void FixeAujourdhui(long jour);

@@ -1,5 +1,6 @@
 #include "db/procedure.h"
 
+#include "db/lecture.h"
 #include "db/variable.h"
 #include "marbrel/erreur.h"
 
@@ -17,6 +18,7 @@ void Ouvre_Fichiers() {
     throw marbrel::Erreur(marbrel::ERR_BASE,
                           "Aucune base n'a été confiée au contrôle (propriété TheDatabase).");
   }
+  db::Oublie_Selections_Du_Run();
   if (!Instantane) {
     Variable::Base->Magasin().DebutInstantane();
     Instantane = Variable::Base->MagasinPartage();
@@ -31,6 +33,7 @@ void Ferme_Fichiers() {
   for (auto& fichier : Variable::Fichiers) fichier.reset();
   Variable::Principal = {};
   Variable::Tables = {};
+  db::Oublie_Selections_Du_Run();
   if (Instantane) {
     Instantane->FinInstantane();
     Instantane.reset();

@@ -42,12 +42,13 @@ std::string Joint(const std::vector<std::string>& valeurs) {
 void Ctr_Vesko::Remplir_Liste_Tache() {
   Liste_Tache = TabDyn();
   Ligne_Tache = 1;
-  const marbrel::Liste_Selection types =
-      db::Selection("SSELECT TYPETACHE PAR 1", "TYPETACHE", "0 1");
-  const marbrel::Liste_Selection groupes =
-      db::Selection("SSELECT GROUPETACHE PAR 2 PAR 1", "GROUPETACHE", "0 1 2");
-  const marbrel::Liste_Selection taches =
-      db::Selection("SSELECT TACHE PAR 2 PAR 1", "TACHE", "0 1 2");
+  // The catalogue is the same for every dossier of the run: selected once.
+  const marbrel::Liste_Selection& types =
+      db::Selection_Du_Run("SSELECT TYPETACHE PAR 1", "TYPETACHE", "0 1");
+  const marbrel::Liste_Selection& groupes =
+      db::Selection_Du_Run("SSELECT GROUPETACHE PAR 2 PAR 1", "GROUPETACHE", "0 1 2");
+  const marbrel::Liste_Selection& taches =
+      db::Selection_Du_Run("SSELECT TACHE PAR 2 PAR 1", "TACHE", "0 1 2");
   Nb_Tache = compteur::Entier32(taches.DCount(), "Le nombre de tâches du catalogue");
   // The caller prints the list from these two counters.
   Liste_Nb_Ligne = Nb_Tache;
