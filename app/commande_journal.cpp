@@ -8,7 +8,8 @@
 //   vesko journal purge --avant D                      retention
 //
 // The journal is --journal FICHIER, else VESKO_JOURNAL, else --db BASE's own
-// ("BASE.journal"). Dates are local calendar days (AAAA-MM-JJ) or local
+// ("BASE.journal", or the vesko_journal table of a PostgreSQL store; without
+// --db, VESKO_DB names the store). Dates are local calendar days (AAAA-MM-JJ) or local
 // times (AAAA-MM-JJTHH:MM:SS).
 #include <QDateTime>
 #include <QTimeZone>
@@ -18,7 +19,7 @@
 
 #include "app/commandes.h"
 #include "control/journal_edition.h"
-#include "control/journal_sqlite.h"
+#include "marbrel/magasin.h"
 
 namespace vesko_app {
 
@@ -35,7 +36,10 @@ struct OptionsJournal {
 std::string Chemin(const OptionsJournal& o) {
   if (!o.journal.empty()) return o.journal;
   if (const char* env = std::getenv("VESKO_JOURNAL"); env != nullptr && *env != '\0') return env;
-  if (!o.base.empty()) return o.base + ".journal";
+  std::string base = o.base;
+  if (const char* env = std::getenv("VESKO_DB"); base.empty() && env != nullptr) base = env;
+  if (marbrel::EstAdressePostgres(base)) return base;
+  if (!base.empty()) return base + ".journal";
   throw UsageError(
       "quel journal ? précisez --db BASE (son journal est BASE.journal), --journal FICHIER ou la "
       "variable VESKO_JOURNAL.");
@@ -46,7 +50,9 @@ std::string Chemin(const OptionsJournal& o) {
 std::string Heure(const std::string& texte, const char* option, bool lendemain = false) {
   const QString t = QString::fromStdString(texte);
   QDateTime moment;
-  const QDate jour = QDate::fromString(t, Qt::ISODate);
+  // Qt reads the date of "AAAA-MM-JJTHH:MM:SS" as a day and drops the time:
+  // a day is ten characters exactly.
+  const QDate jour = t.size() == 10 ? QDate::fromString(t, Qt::ISODate) : QDate();
   if (jour.isValid()) {
     moment = (lendemain ? jour.addDays(1) : jour).startOfDay();
   } else {
@@ -173,15 +179,15 @@ void Liste(const OptionsJournal& o) {
   if (!o.jusqu_a.empty()) f.jusqu_a = Heure(o.jusqu_a, "--jusqu-a", /*lendemain=*/true);
   f.cle = o.cle;
   f.utilisateur = o.utilisateur;
-  journal::JournalSqlite j(Chemin(o), journal::JournalSqlite::Mode::Lecture);
-  Affiche(j.Liste(f), o.format);
+  const auto j = journal::OuvreJournal(Chemin(o), /*ecriture=*/false);
+  Affiche(j->Liste(f), o.format);
 }
 
 void Verifie(const OptionsJournal& o, int& statut) {
-  journal::JournalSqlite j(Chemin(o), journal::JournalSqlite::Mode::Lecture);
-  const journal::Verdict v = j.Verifie();
+  const auto j = journal::OuvreJournal(Chemin(o), /*ecriture=*/false);
+  const journal::Verdict v = j->Verifie();
   if (!v.intact) {
-    std::cerr << "vesko : journal « " << j.Nom() << " » : " << v.message << "\n";
+    std::cerr << "vesko : journal « " << j->Nom() << " » : " << v.message << "\n";
     statut = kEchec;
     return;
   }
@@ -196,11 +202,11 @@ void Purge(const OptionsJournal& o) {
     throw UsageError("la date de purge « " + o.avant +
                      " » (--avant) est dans le futur : elle effacerait tout le journal.");
   }
-  journal::JournalSqlite j(Chemin(o), journal::JournalSqlite::Mode::Ecriture);
+  const auto j = journal::OuvreJournal(Chemin(o), /*ecriture=*/true);
   journal::Entree e = journal::Contexte("");
-  const std::int64_t retirees = j.Purge(avant, e);
+  const std::int64_t retirees = j->Purge(avant, e);
   std::cout << retirees << " entrée(s) antérieure(s) au " << o.avant
-            << " supprimée(s) du journal « " << j.Nom() << " » ; la purge y est inscrite (n° "
+            << " supprimée(s) du journal « " << j->Nom() << " » ; la purge y est inscrite (n° "
             << e.numero << ").\n";
 }
 

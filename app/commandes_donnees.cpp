@@ -8,6 +8,7 @@
 #include "app/commandes.h"
 #include "app/format_selection.h"
 #include "app/nom_base.h"
+#include "control/journal_postgres.h"
 #include "db/code_personne.h"
 #include "marbrel/base.h"
 #include "marbrel/creation_base.h"
@@ -74,6 +75,8 @@ void Init(const Arguments& a) {
     // The tables are made in one transaction and refused where they exist.
     auto store = marbrel::OuvreMagasin(nom, marbrel::Acces::Creation);
     marbrel::CreeFichiersVesko(*store);
+    // The access journal of its prints lives in the same database.
+    journal::JournalPostgres::CreeTable(nom);
     return;
   }
   if (std::filesystem::exists(nom)) {

@@ -12,7 +12,10 @@
 #include <stdexcept>
 
 #include "control/ctr_vesko.h"
+#include "control/journal_postgres.h"
 #include "control/journal_sqlite.h"
+#include "marbrel/magasin.h"
+#include "marbrel/pg_store.h"
 #include "marbrel/sqlite_store.h"
 
 namespace journal {
@@ -21,23 +24,33 @@ std::string Emplacement(const marbrel::Base* base, const std::string& impose) {
   if (!impose.empty()) return impose;
   if (const char* env = std::getenv("VESKO_JOURNAL"); env != nullptr && *env != '\0') return env;
   if (base == nullptr) return {};
-  // Where a PostgreSQL store's own journal table will be chosen once it
-  // exists: here, by the store's kind, like the file beside an embedded one.
   if (const auto* sqlite = dynamic_cast<const marbrel::SqliteStore*>(&base->Magasin())) {
     return sqlite->Chemin() + ".journal";
+  }
+  if (const auto* postgres = dynamic_cast<const marbrel::PostgresStore*>(&base->Magasin())) {
+    return postgres->Adresse();
   }
   return {};
 }
 
+std::unique_ptr<Journal> OuvreJournal(const std::string& emplacement, bool ecriture) {
+  if (marbrel::EstAdressePostgres(emplacement)) {
+    return std::make_unique<JournalPostgres>(
+        emplacement, ecriture ? JournalPostgres::Mode::Ecriture : JournalPostgres::Mode::Lecture);
+  }
+  return std::make_unique<JournalSqlite>(
+      emplacement, ecriture ? JournalSqlite::Mode::Ecriture : JournalSqlite::Mode::Lecture);
+}
+
 std::unique_ptr<Journal> OuvrePour(const marbrel::Base* base, const std::string& impose) {
-  const std::string chemin = Emplacement(base, impose);
-  if (chemin.empty()) {
+  const std::string emplacement = Emplacement(base, impose);
+  if (emplacement.empty()) {
     throw std::runtime_error(
         "impression refusée : cette base n'a pas de journal des impressions ; indiquez-en un "
         "(--journal FICHIER ou la variable VESKO_JOURNAL).");
   }
   try {
-    return std::make_unique<JournalSqlite>(chemin, JournalSqlite::Mode::Ecriture);
+    return OuvreJournal(emplacement, /*ecriture=*/true);
   } catch (const std::exception& e) {
     throw std::runtime_error(std::string("impression refusée : ") + e.what());
   }

@@ -4,10 +4,10 @@
 //
 // Where the journal is: the path a host fixed (Ctr_Vesko::Fixe_Journal, the
 // command's --journal), else the VESKO_JOURNAL environment variable, else
-// beside an embedded store ("base.vesko" → "base.vesko.journal"). A store
-// with no file of its own (a PostgreSQL store until its journal table
-// exists, a store in memory) has no journal unless one of the first two
-// names it, and then nothing prints.
+// beside an embedded store ("base.vesko" → "base.vesko.journal"), else, for
+// a PostgreSQL store, its database's own table (journal_postgres.h). A store
+// with neither (a store in memory) has no journal unless one of the first
+// two names it, and then nothing prints.
 #pragma once
 
 #include <cstdint>
@@ -23,8 +23,13 @@ struct Incident;
 
 namespace journal {
 
-// The journal's path for this store, or "" when it has none (see above).
+// The journal's place for this store — a file's path, or the PostgreSQL
+// address of the store's database — or "" when it has none (see above).
 std::string Emplacement(const marbrel::Base* base, const std::string& impose);
+
+// Opens the journal at emplacement (as Emplacement gives it): for writing (a
+// print, a purge: created when missing) or for reading (it must exist).
+std::unique_ptr<Journal> OuvreJournal(const std::string& emplacement, bool ecriture);
 
 // Opens the journal of this store for writing. Fails with one French
 // sentence saying why nothing will print.

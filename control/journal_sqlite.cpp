@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "control/journal_chaine.h"
+#include "control/journal_lecture.h"
 
 namespace journal {
 
@@ -324,62 +325,19 @@ Verdict JournalSqlite::Verifie() {
 std::int64_t JournalSqlite::Purge(const std::string& avant, Entree& e) {
   std::int64_t retirees = 0;
   EnTransaction([&] {
-    std::int64_t dernier = 0;
-    std::string empreinte_derniere = kOrigine;
+    std::vector<Entree> entrees;
     {
-      Requete r(*this, "SELECT numero, empreinte FROM entrees ORDER BY numero DESC LIMIT 1");
-      if (r.Pas("lecture")) {
-        dernier = r.Entier(0);
-        empreinte_derniere = r.Texte(1);
-      }
+      Requete r(*this, std::string("SELECT ") + kColonnes + " FROM entrees ORDER BY numero");
+      while (r.Pas("lecture")) entrees.push_back(r.Lit(0));
     }
-    // Only the oldest entries go, up to the first one dated on or after the
-    // limit: what stays is one unbroken piece of the chain.
-    std::int64_t limite = dernier + 1;
-    {
-      Requete r(*this, "SELECT min(numero) FROM entrees WHERE heure_utc >= ?1");
-      r.Lie(1, avant);
-      if (r.Pas("lecture") && !r.Nul(0)) limite = r.Entier(0);
-    }
-    std::int64_t premier = 0;
-    {
-      Requete r(*this, "SELECT min(numero), count(*) FROM entrees WHERE numero < ?1");
-      r.Lie(1, limite);
-      if (r.Pas("lecture") && !r.Nul(0)) {
-        premier = r.Entier(0);
-        retirees = r.Entier(1);
-      }
-    }
-    e.genre = kPurge;
-    e.avant = avant;
+    const PlanPurge plan = PlanifiePurge(entrees, avant, e);
+    retirees = plan.retirees;
     if (retirees > 0) {
-      Requete r(*this, "SELECT empreinte FROM entrees WHERE numero = ?1");
-      r.Lie(1, limite - 1);
-      e.retire_empreinte = r.Pas("lecture") ? r.Texte(0) : std::string();
-      e.retire_premier = premier;
-      e.retire_dernier = limite - 1;
       Requete suppression(*this, "DELETE FROM entrees WHERE numero < ?1");
-      suppression.Lie(1, limite);
+      suppression.Lie(1, plan.limite);
       suppression.Pas("la purge");
-    } else {
-      // Nothing removed: the chain still starts where the latest purge said.
-      Requete r(*this,
-                "SELECT retire_dernier, retire_empreinte FROM entrees WHERE genre = 'purge' "
-                "ORDER BY numero DESC LIMIT 1");
-      e.retire_dernier = 0;
-      e.retire_empreinte = kOrigine;
-      if (r.Pas("lecture")) {
-        e.retire_dernier = r.Entier(0);
-        e.retire_empreinte = r.Texte(1);
-      }
     }
-    e.message = std::to_string(retirees) + " entrée(s) antérieure(s) à " + avant + " supprimée(s)" +
-                (retirees > 0 ? " (n° " + std::to_string(e.retire_premier) + " à " +
-                                    std::to_string(e.retire_dernier) + ")"
-                              : std::string()) +
-                ".";
-    e.numero = dernier + 1;
-    Chaine(e, empreinte_derniere);
+    Chaine(e, plan.derniere);
     Insere(e);
   });
   return retirees;

@@ -43,6 +43,9 @@ class PostgresStore : public Store {
 
   // "base vesko du serveur PostgreSQL /run/postgresql:5432", for messages.
   const std::string& Nom() const { return nom_; }
+  // The address it was opened with (another connection to the same database
+  // uses it; it may hold a password: never show it as it is).
+  const std::string& Adresse() const { return adresse_; }
 
   bool LectureSeule() const override { return lecture_seule_; }
   bool ExisteFichier(const std::string& fichier) override;
@@ -85,6 +88,7 @@ class PostgresStore : public Store {
   [[noreturn]] void Echec(pg_result* r, const std::string& quoi) const;
 
   pg_conn* cx_ = nullptr;
+  std::string adresse_;
   std::string nom_;
   std::string role_;
   bool lecture_seule_ = false;

@@ -12,7 +12,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "control/journal_sqlite.h"
+#include "control/journal_edition.h"
+#include "marbrel/magasin.h"
 
 namespace hote {
 
@@ -112,8 +113,8 @@ void FenetreJournal::Actualise() {
   f.utilisateur = utilisateur_->text().trimmed().toStdString();
   std::vector<journal::Passage> passages;
   try {
-    journal::JournalSqlite j(chemin_, journal::JournalSqlite::Mode::Lecture);
-    passages = j.Liste(f);
+    const auto j = journal::OuvreJournal(chemin_, /*ecriture=*/false);
+    passages = j->Liste(f);
   } catch (const std::exception& e) {
     etat_->setText(Q(e.what()));
     return;
@@ -141,7 +142,9 @@ void FenetreJournal::Actualise() {
     }
   }
   table_->resizeColumnsToContents();
-  etat_->setText(QStringLiteral("%1 impression(s) — %2").arg(passages.size()).arg(Q(chemin_)));
+  etat_->setText(QStringLiteral("%1 impression(s) — %2")
+                     .arg(passages.size())
+                     .arg(Q(marbrel::NomAffiche(chemin_))));
 }
 
 int FenetreJournal::Lignes() const { return table_->rowCount(); }
@@ -155,8 +158,8 @@ QString FenetreJournal::Etat() const { return etat_->text(); }
 
 void FenetreJournal::Verifie() {
   try {
-    journal::JournalSqlite j(chemin_, journal::JournalSqlite::Mode::Lecture);
-    const journal::Verdict v = j.Verifie();
+    const auto j = journal::OuvreJournal(chemin_, /*ecriture=*/false);
+    const journal::Verdict v = j->Verifie();
     QString message = Q(v.message);
     message[0] = message[0].toUpper();
     if (v.intact) {
