@@ -14,8 +14,6 @@ namespace marbrel {
 
 namespace {
 
-// Parameter and column types of the prepared statements.
-constexpr unsigned kOidBytea = 17;
 // Rows fetched per round trip when walking a file.
 constexpr int kPage = 1000;
 // A snapshot's cache is dropped past this size and filled again as needed.
