@@ -441,7 +441,7 @@ void Imprime(const OptionsImpression& options, int& argc, char** argv) {
     case Sortie::Texte:
     case Sortie::Json:
       // Ended with the run; a run cut short before its end has no file.
-      if (!document_perdu && !format->Termine_()) format->Termine();
+      if (!document_perdu && !format->EstTermine()) format->Termine();
       break;
     case Sortie::Png:
       if (document_perdu) break;

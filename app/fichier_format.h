@@ -28,7 +28,7 @@ class FichierFormat {
   // Completes the file and puts it in place, once; fails with a French
   // message naming the file.
   void Termine();
-  bool Termine_() const { return termine_; }
+  bool EstTermine() const { return termine_; }
 
  private:
   printing::FichierProvisoire provisoire_;

@@ -106,8 +106,14 @@ void Ctr_Vesko::Edition(TabDyn& W_TabDyn, std::string& W_Type) {
   Parametrage_Imprimante();
   Type_Dossier = W_Type;
   Prepare_Impression(W_TabDyn);
-  trace.Fin(incidents_.empty() ? journal::kTerminee : journal::kEchouee, imprimante_->PageCount(),
-            journal::Resume(incidents_), journal::Lieu(destination, &lieu));
+  // A run the user stopped is recorded as such, whatever it had drawn.
+  const char* issue = abandon_             ? journal::kAnnulee
+                      : incidents_.empty() ? journal::kTerminee
+                                           : journal::kEchouee;
+  trace.Fin(issue, imprimante_->PageCount(),
+            abandon_ ? "impression arrêtée par l'utilisateur : rien n'a été envoyé."
+                     : journal::Resume(incidents_),
+            journal::Lieu(destination, &lieu));
 }
 
 void Ctr_Vesko::Parametrage_Imprimante() {

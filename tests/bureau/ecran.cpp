@@ -70,8 +70,9 @@ std::string Demarre() {
   setenv("XDG_RUNTIME_DIR", maison.chemin.c_str(), 1);
   char* wm_args[] = {const_cast<char*>("openbox"), nullptr};
   gestionnaire.pid = Lance("openbox", wm_args);
-  // The window manager is up once it owns the screen's selection.
-  for (int essai = 0; essai < 100; ++essai) {
+  // The window manager is up once it owns the screen's selection (up to 15 s:
+  // a machine busy with a sanitizer build starts it slowly).
+  for (int essai = 0; essai < 300; ++essai) {
     if (essai::Lance("xprop -root _NET_SUPPORTING_WM_CHECK").sortie.find("window id") !=
         std::string::npos)
       return "";

@@ -188,6 +188,10 @@ TEST_F(Bureau, CancellingA300PersonRunSendsNothingAndLeavesNoFile) {
   std::this_thread::sleep_for(std::chrono::seconds(1));
   EXPECT_EQ(jobs(), jobs_avant) << "un travail est parti";
   EXPECT_TRUE(fenetre->Controle().isEnabled());
+  // The journal tells a cancelled run, not a completed one.
+  const essai::Resultat journal = essai::Vesko("journal --db '" + base + "'");
+  EXPECT_NE(journal.sortie.find("annulée"), std::string::npos) << journal.sortie;
+  EXPECT_EQ(journal.sortie.find("terminée"), std::string::npos) << journal.sortie;
 }
 
 // A stopped queue is said before a single dossier is drawn.
