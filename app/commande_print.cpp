@@ -53,6 +53,7 @@ struct Commande {
   std::int16_t papier = 9;                 // DMPAPER code
   std::chrono::seconds delai{0};           // --timeout of --wait (0: none)
   printing::cups::OptionsTravail options;  // -o, as lp takes them
+  bool pdf_sur_sortie = false;             // --pdf -
 };
 
 // The paper names the command accepts and their DMPAPER codes.
@@ -82,6 +83,7 @@ Commande Verifie(const OptionsImpression& o) {
   if (o.type != "AIDE" && o.type != "AIDANT")
     throw UsageError("type de dossier inconnu « " + o.type + " » (--type) : AIDE ou AIDANT.");
   Commande c;
+  c.pdf_sur_sortie = o.pdf == "-";
   const std::pair<bool, Sortie> sorties[] = {
       {!o.pdf.empty(), Sortie::Pdf},     {!o.imprimante.empty(), Sortie::File},
       {!o.texte.empty(), Sortie::Texte}, {!o.json.empty(), Sortie::Json},
@@ -171,10 +173,12 @@ long JourDe(const std::string& date_iso) {
   return marbrel::Outils::Date_Interne(d.year(), d.month(), d.day());
 }
 
-// The built-in "PDF" printer alone: a file needs no print server.
-std::vector<printing::Destination> PdfSeul(const std::string& chemin) {
+// The built-in "PDF" printer alone: a file needs no print server. nom is what
+// the access journal says when it is not the file's path.
+std::vector<printing::Destination> PdfSeul(const std::string& chemin,
+                                           const std::string& nom = "PDF") {
   printing::ListeImprimantes::FixeFichierPdf(chemin);
-  return {{"PDF", [](const printing::Travail& travail) {
+  return {{nom, [](const printing::Travail& travail) {
              return printing::SurfacePdfSure(printing::ListeImprimantes::FichierPdf(), travail);
            }}};
 }
@@ -222,7 +226,10 @@ long ChoisitDestination(const OptionsImpression& o, const Commande& c,
                              }}});
       return 0;
     case Sortie::Pdf:
-      imprimantes.Installe(PdfSeul(o.pdf));
+      // A PDF for standard output is drawn in a temporary file of no interest
+      // to the journal: where it goes is the output.
+      imprimantes.Installe(c.pdf_sur_sortie ? PdfSeul(o.pdf, "PDF sur la sortie standard")
+                                            : PdfSeul(o.pdf));
       return 0;
     case Sortie::File:
     case Sortie::Demande:

@@ -92,6 +92,10 @@ TEST(Usage, NoKeyIsRefusedAndPdfDashWritesTheDocumentToStandardOutput) {
       std::string::npos);
   EXPECT_EQ(essai::Lance("ls '" + dossier.chemin + "' | grep -c vesko-sortie-").sortie, "0\n")
       << "le PDF temporaire est resté";
+  // The journal says where the dossier went, not the temporary file's name.
+  const Resultat journal = essai::Vesko("journal --db '" + base + "'");
+  EXPECT_NE(journal.sortie.find(" · PDF sur la sortie standard · "), std::string::npos)
+      << journal.sortie;
 }
 
 }  // namespace
