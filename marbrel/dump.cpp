@@ -1,11 +1,14 @@
 #include "marbrel/dump.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
 #include <set>
 #include <sstream>
+#include <unordered_set>
 
 #include "marbrel/erreur.h"
 #include "marbrel/marques.h"
@@ -16,6 +19,7 @@ namespace {
 
 using json = nlohmann::json;
 
+// What a reader met where something else was expected, for messages.
 std::string Nature(const json& j) {
   switch (j.type()) {
     case json::value_t::null:
@@ -46,58 +50,176 @@ std::optional<std::string> DefautDeNom(const std::string& s) {
   return std::nullopt;
 }
 
-class Lecteur {
- public:
-  explicit Lecteur(std::string origine) : origine_(std::move(origine)) {}
+// A syntax error of the JSON reader, with the byte where it stopped.
+struct ErreurSyntaxe {
+  std::size_t octet;
+};
+// A number the reader cannot hold ("1e999").
+struct NombreTropGrand {};
 
-  [[noreturn]] void Echec(const std::string& ou, const std::string& quoi) const {
-    throw Erreur(ERR_IMPORT, origine_ + " : " + ou + (ou.empty() ? "" : " : ") + quoi + ".");
+// Reads a dump as the JSON reader walks it, building the records as it goes:
+// no tree of the whole document is ever held, so the memory an import needs
+// is that of its records, not ten times the dump. Each fault is named where
+// it is met: the file, the key, the attribute, value and sub-value.
+class LecteurSax : public nlohmann::json_sax<json> {
+ public:
+  explicit LecteurSax(std::string origine) { dump_.origine = std::move(origine); }
+
+  Dump Resultat() {
+    // The order of a dump's text does not matter: files and records are kept
+    // in the order of their names and keys, as bytes.
+    std::sort(dump_.fichiers.begin(), dump_.fichiers.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (auto& [fichier, enregistrements] : dump_.fichiers) {
+      std::sort(enregistrements.begin(), enregistrements.end(),
+                [](const auto& a, const auto& b) { return a.first < b.first; });
+    }
+    return std::move(dump_);
   }
 
-  std::string Enregistrement(const json& j, const std::string& ou) const {
-    if (!j.is_array()) {
-      Echec(ou, "l'enregistrement doit être une liste d'attributs, pas " + Nature(j));
+  bool null() override { return Valeur(json(nullptr)); }
+  bool boolean(bool b) override { return Valeur(json(b)); }
+  bool number_integer(number_integer_t n) override { return Valeur(json(n)); }
+  bool number_unsigned(number_unsigned_t n) override { return Valeur(json(n)); }
+  bool number_float(number_float_t x, const string_t&) override { return Valeur(json(x)); }
+  bool binary(binary_t&) override { return Valeur(json::binary({})); }
+
+  bool string(string_t& texte) override {
+    switch (profondeur_) {
+      case 3:  // an attribute without values
+        Separe(AM, attribut_);
+        enregistrement_ += texte;
+        return true;
+      case 4:  // a value without sub-values
+        Separe(VM, valeur_);
+        enregistrement_ += texte;
+        return true;
+      case 5:  // a sub-value
+        Separe(SM, sous_valeur_);
+        enregistrement_ += texte;
+        return true;
+      default:
+        return Valeur(json(texte));
     }
-    std::string texte;
-    for (std::size_t a = 0; a < j.size(); ++a) {
-      if (a > 0) texte += AM;
-      texte += Attribut(j[a], ou, a + 1);
+  }
+
+  bool start_object(std::size_t) override {
+    if (profondeur_ == 0 || profondeur_ == 1) {
+      ++profondeur_;
+      return true;
     }
-    return texte;
+    return Valeur(json::object());
+  }
+  bool end_object() override {
+    --profondeur_;
+    return true;
+  }
+  bool key(string_t& nom) override {
+    if (profondeur_ == 1) {
+      if (auto defaut = DefautDeNom(nom)) Echec("", "un nom de fichier " + *defaut);
+      if (nom == "DICT" || nom == "DICT ") {
+        Echec("", "le nom « " + nom + " » ne désigne aucun dictionnaire");
+      }
+      if (!fichiers_vus_.insert(nom).second)
+        Echec("", "le fichier " + nom + " est nommé deux fois");
+      dump_.fichiers.emplace_back(nom, Dump::Enregistrements{});
+      cles_vues_.clear();
+    } else {
+      const std::string& fichier = dump_.fichiers.back().first;
+      if (auto defaut = DefautDeNom(nom)) Echec("fichier " + fichier, "une clé " + *defaut);
+      if (!cles_vues_.insert(nom).second) {
+        Echec("", "fichier " + fichier + ", clé « " + nom + " » : la clé apparaît deux fois");
+      }
+      cle_ = nom;
+    }
+    return true;
+  }
+
+  bool start_array(std::size_t) override {
+    switch (profondeur_) {
+      case 2:  // a record
+        enregistrement_.clear();
+        attribut_ = 0;
+        break;
+      case 3:  // an attribute's values
+        Separe(AM, attribut_);
+        valeur_ = 0;
+        break;
+      case 4:  // a value's sub-values
+        Separe(VM, valeur_);
+        sous_valeur_ = 0;
+        break;
+      default:
+        return Valeur(json::array());
+    }
+    ++profondeur_;
+    return true;
+  }
+  bool end_array() override {
+    if (--profondeur_ == 2) {
+      // Copied at its size (the buffer, grown as the record was read, stays
+      // for the next one): a record costs its length, not up to twice it.
+      dump_.fichiers.back().second.emplace_back(cle_, enregistrement_);
+      enregistrement_.clear();
+    }
+    return true;
+  }
+
+  bool parse_error(std::size_t octet, const std::string&,
+                   const nlohmann::detail::exception& e) override {
+    // Error 406 is a number beyond any double: the text is good JSON.
+    if (e.id == 406) throw NombreTropGrand{};
+    throw ErreurSyntaxe{octet};
   }
 
  private:
-  std::string Attribut(const json& j, const std::string& ou, std::size_t a) const {
-    if (j.is_string()) return j.get<std::string>();
-    if (!j.is_array()) {
-      Echec(ou, "l'attribut " + std::to_string(a) +
-                    " doit être un texte ou une liste de valeurs, pas " + Nature(j));
-    }
-    std::string texte;
-    for (std::size_t v = 0; v < j.size(); ++v) {
-      if (v > 0) texte += VM;
-      const json& valeur = j[v];
-      if (valeur.is_string()) {
-        texte += valeur.get<std::string>();
-        continue;
-      }
-      std::string ici = "l'attribut " + std::to_string(a) + ", valeur " + std::to_string(v + 1);
-      if (!valeur.is_array()) {
-        Echec(ou, ici + " doit être un texte ou une liste de sous-valeurs, pas " + Nature(valeur));
-      }
-      for (std::size_t s = 0; s < valeur.size(); ++s) {
-        if (s > 0) texte += SM;
-        if (!valeur[s].is_string()) {
-          Echec(ou, ici + ", sous-valeur " + std::to_string(s + 1) + " doit être un texte, pas " +
-                        Nature(valeur[s]));
-        }
-        texte += valeur[s].get<std::string>();
-      }
-    }
-    return texte;
+  [[noreturn]] void Echec(const std::string& ou, const std::string& quoi) const {
+    throw Erreur(ERR_IMPORT, dump_.origine + " : " + ou + (ou.empty() ? "" : " : ") + quoi + ".");
   }
 
-  std::string origine_;
+  // Counts the element about to be added at this level and puts the mark
+  // before every element but the first.
+  void Separe(char marque, std::size_t& compte) {
+    if (compte++ > 0) enregistrement_ += marque;
+  }
+
+  // Something other than what the place takes: named with the place.
+  bool Valeur(const json& j) {
+    const std::string nature = Nature(j);
+    switch (profondeur_) {
+      case 0:
+        Echec("", "un dump est un objet {\"FICHIER\": {\"CLE\": [...]}}, pas " + nature);
+      case 1:
+        Echec("fichier " + dump_.fichiers.back().first,
+              "le contenu doit être un objet {\"CLE\": [...]}, pas " + nature);
+      case 2:
+        Echec(Ou(), "l'enregistrement doit être une liste d'attributs, pas " + nature);
+      case 3:
+        Echec(Ou(), "l'attribut " + std::to_string(attribut_ + 1) +
+                        " doit être un texte ou une liste de valeurs, pas " + nature);
+      case 4:
+        Echec(Ou(), "l'attribut " + std::to_string(attribut_) + ", valeur " +
+                        std::to_string(valeur_ + 1) +
+                        " doit être un texte ou une liste de sous-valeurs, pas " + nature);
+      default:
+        Echec(Ou(), "l'attribut " + std::to_string(attribut_) + ", valeur " +
+                        std::to_string(valeur_) + ", sous-valeur " +
+                        std::to_string(sous_valeur_ + 1) + " doit être un texte, pas " + nature);
+    }
+  }
+  std::string Ou() const {
+    return "fichier " + dump_.fichiers.back().first + ", clé « " + cle_ + " »";
+  }
+
+  Dump dump_;
+  // 0 outside the document, 1 in the dump, 2 in a file, 3 in a record, 4 in
+  // an attribute's values, 5 in a value's sub-values.
+  int profondeur_ = 0;
+  std::set<std::string> fichiers_vus_;
+  std::unordered_set<std::string> cles_vues_;
+  std::string cle_;
+  std::string enregistrement_;
+  std::size_t attribut_ = 0, valeur_ = 0, sous_valeur_ = 0;
 };
 
 // Line and column (from 1) of a byte offset, for syntax errors.
@@ -158,83 +280,81 @@ std::string EnTexteJson(const json& j, const std::string& fichier, const std::st
 
 }  // namespace
 
-Dump LitDump(std::string_view texte, const std::string& origine) {
-  Lecteur lecteur(origine);
-  // The parser keeps the last of two equal names in an object: note the first
-  // repeat so that a dump that says two things of one key is refused.
-  std::vector<std::set<std::string>> vus;
-  std::string fichier_courant;
-  std::string doublon;
-  auto surveille = [&](int profondeur, json::parse_event_t evenement, json& lu) {
-    if (evenement == json::parse_event_t::object_start) {
-      vus.emplace_back();
-    } else if (evenement == json::parse_event_t::object_end) {
-      if (!vus.empty()) vus.pop_back();
-    } else if (evenement == json::parse_event_t::key && !vus.empty()) {
-      std::string nom = lu.get<std::string>();
-      if (profondeur == 1) fichier_courant = nom;
-      if (!vus.back().insert(nom).second && doublon.empty()) {
-        doublon = profondeur == 1 ? "le fichier " + nom + " est nommé deux fois"
-                                  : "fichier " + fichier_courant + ", clé « " + nom +
-                                        " » : la clé apparaît deux fois";
-      }
-    }
-    return true;
-  };
-  // The JSON reader stops at a NUL byte as at the end of the text: what
-  // follows would be lost without a word.
-  if (const std::size_t nul = texte.find('\0'); nul != std::string_view::npos) {
-    auto [ligne, colonne] = LigneColonne(texte, nul);
-    lecteur.Echec("", "octet nul à la ligne " + std::to_string(ligne) + ", colonne " +
-                          std::to_string(colonne) + " : un dump est un texte UTF-8");
-  }
-  json racine;
-  try {
-    racine = json::parse(texte.begin(), texte.end(), surveille);
-  } catch (const json::parse_error& e) {
-    auto [ligne, colonne] = LigneColonne(texte, e.byte > 0 ? e.byte - 1 : 0);
-    lecteur.Echec("", "JSON invalide à la ligne " + std::to_string(ligne) + ", colonne " +
-                          std::to_string(colonne));
-  } catch (const json::exception&) {
-    // A number beyond any double ("1e999"): the reader gives up on it.
-    lecteur.Echec("",
-                  "un nombre est trop grand pour être lu (les valeurs d'un dump sont des "
-                  "textes entre guillemets)");
-  }
-  if (!racine.is_object()) {
-    lecteur.Echec("",
-                  "un dump est un objet {\"FICHIER\": {\"CLE\": [...]}}, pas " + Nature(racine));
-  }
-  if (!doublon.empty()) lecteur.Echec("", doublon);
+namespace {
 
-  Dump dump;
-  dump.origine = origine;
-  for (const auto& [fichier, contenu] : racine.items()) {
-    if (auto defaut = DefautDeNom(fichier)) lecteur.Echec("", "un nom de fichier " + *defaut);
-    if (fichier == "DICT" || fichier == "DICT ") {
-      lecteur.Echec("", "le nom « " + fichier + " » ne désigne aucun dictionnaire");
-    }
-    if (!contenu.is_object()) {
-      lecteur.Echec("fichier " + fichier,
-                    "le contenu doit être un objet {\"CLE\": [...]}, pas " + Nature(contenu));
-    }
-    Dump::Enregistrements enregistrements;
-    for (const auto& [cle, enregistrement] : contenu.items()) {
-      std::string ou = "fichier " + fichier + ", clé « " + cle + " »";
-      if (auto defaut = DefautDeNom(cle)) lecteur.Echec("fichier " + fichier, "une clé " + *defaut);
-      enregistrements.emplace_back(cle, lecteur.Enregistrement(enregistrement, ou));
-    }
-    dump.fichiers.emplace_back(fichier, std::move(enregistrements));
+[[noreturn]] void EchecLecture(const std::string& origine, const std::string& quoi) {
+  throw Erreur(ERR_IMPORT, origine + " : " + quoi + ".");
+}
+
+// Reads the dump from entree; position(octet) gives the line and column of a
+// byte for a syntax error.
+template <typename Entree, typename Position>
+Dump LitAvec(Entree&& entree, const std::string& origine, Position position) {
+  LecteurSax lecteur(origine);
+  try {
+    json::sax_parse(std::forward<Entree>(entree), &lecteur);
+  } catch (const ErreurSyntaxe& e) {
+    auto [ligne, colonne] = position(e.octet > 0 ? e.octet - 1 : 0);
+    EchecLecture(origine, "JSON invalide à la ligne " + std::to_string(ligne) + ", colonne " +
+                              std::to_string(colonne));
+  } catch (const NombreTropGrand&) {
+    EchecLecture(origine,
+                 "un nombre est trop grand pour être lu (les valeurs d'un dump sont des textes "
+                 "entre guillemets)");
   }
-  return dump;
+  return lecteur.Resultat();
+}
+
+void RefuseOctetNul(const std::string& origine, std::pair<long, long> ou) {
+  EchecLecture(origine, "octet nul à la ligne " + std::to_string(ou.first) + ", colonne " +
+                            std::to_string(ou.second) + " : un dump est un texte UTF-8");
+}
+
+}  // namespace
+
+Dump LitDump(std::string_view texte, const std::string& origine) {
+  // A NUL byte is refused as such, wherever it is: what follows it would
+  // otherwise be taken for the end of the text or a syntax error.
+  if (const std::size_t nul = texte.find('\0'); nul != std::string_view::npos) {
+    RefuseOctetNul(origine, LigneColonne(texte, nul));
+  }
+  return LitAvec(texte, origine, [&](std::size_t octet) { return LigneColonne(texte, octet); });
 }
 
 Dump LitDumpFichier(const std::string& chemin) {
   std::ifstream in(chemin, std::ios::binary);
   if (!in) throw Erreur(ERR_IMPORT, "Impossible de lire le dump " + chemin + ".");
-  std::ostringstream tout;
-  tout << in.rdbuf();
-  return LitDump(tout.str(), chemin);
+  std::error_code erreur;
+  if (!std::filesystem::is_regular_file(chemin, erreur)) {
+    // A pipe (`<(…)`) is read once: its text is held, then read.
+    std::ostringstream tout;
+    tout << in.rdbuf();
+    return LitDump(tout.str(), chemin);
+  }
+  // Line and column of a byte, counted on the file itself: the text is never
+  // held whole.
+  auto position = [&](std::size_t octet) {
+    std::ifstream f(chemin, std::ios::binary);
+    std::string debut(octet, '\0');
+    f.read(debut.data(), static_cast<std::streamsize>(octet));
+    debut.resize(static_cast<std::size_t>(f.gcount()));
+    return LigneColonne(debut, debut.size());
+  };
+  // A first pass for NUL bytes, a piece at a time.
+  std::vector<char> morceau(1 << 16);
+  std::size_t lus = 0;
+  while (in.read(morceau.data(), static_cast<std::streamsize>(morceau.size())) || in.gcount() > 0) {
+    const auto n = static_cast<std::size_t>(in.gcount());
+    if (const auto nul = std::find(morceau.begin(), morceau.begin() + static_cast<long>(n), '\0');
+        nul != morceau.begin() + static_cast<long>(n)) {
+      RefuseOctetNul(chemin, position(lus + static_cast<std::size_t>(nul - morceau.begin())));
+    }
+    lus += n;
+  }
+  if (in.bad()) throw Erreur(ERR_IMPORT, "Impossible de lire le dump " + chemin + ".");
+  in.clear();
+  in.seekg(0);
+  return LitAvec(in, chemin, position);
 }
 
 void Importe(Store& store, const std::vector<Dump>& dumps) {

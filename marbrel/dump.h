@@ -11,7 +11,10 @@
 // is a string, a value without sub-value marks is a string.
 //
 // Loading is all or nothing: every dump is read and checked before the store
-// is touched, then all of them are written in one transaction. A file named
+// is touched, then all of them are written in one transaction. A dump is read
+// as a stream of JSON events into its records, never as a tree of the whole
+// text: an import holds its records, about the size of its dumps. Within a
+// dump, files and records are kept in the order of their names and keys. A file named
 // with no record is still created; a record replaces the record of the same
 // key already in the store (and one of a later dump replaces that of an
 // earlier one).
