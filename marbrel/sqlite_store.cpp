@@ -7,15 +7,41 @@
 
 namespace marbrel {
 
-// A prepared statement that finalises itself.
+// A statement of the store's own (its SQL a literal of this file): taken from
+// the store's prepared statements, or prepared and kept there on first use,
+// and made ready for the next use when done. A statement already in use is
+// not taken twice: a nested use prepares one for itself alone.
 class SqliteStore::Requete {
  public:
   Requete(const SqliteStore& store, const char* sql) : store_(store) {
-    if (sqlite3_prepare_v2(store.db_, sql, -1, &stmt_, nullptr) != SQLITE_OK) {
+    Preparee& p = store.preparees_[sql];
+    if (p.stmt != nullptr && !p.en_usage) {
+      preparee_ = &p;
+    } else if (p.stmt == nullptr) {
+      if (sqlite3_prepare_v3(store.db_, sql, -1, SQLITE_PREPARE_PERSISTENT, &p.stmt, nullptr) !=
+          SQLITE_OK) {
+        p.stmt = nullptr;
+        store.Echec("préparation de la requête");
+      }
+      preparee_ = &p;
+    }
+    if (preparee_ != nullptr) {
+      preparee_->en_usage = true;
+      stmt_ = preparee_->stmt;
+    } else if (sqlite3_prepare_v2(store.db_, sql, -1, &stmt_, nullptr) != SQLITE_OK) {
       store.Echec("préparation de la requête");
     }
   }
-  ~Requete() { sqlite3_finalize(stmt_); }
+  ~Requete() {
+    if (preparee_ == nullptr) {
+      sqlite3_finalize(stmt_);
+      return;
+    }
+    // Reset at once: a statement left stepping would hold its read lock.
+    sqlite3_reset(stmt_);
+    sqlite3_clear_bindings(stmt_);
+    preparee_->en_usage = false;
+  }
   Requete(const Requete&) = delete;
   Requete& operator=(const Requete&) = delete;
 
@@ -42,6 +68,7 @@ class SqliteStore::Requete {
 
  private:
   const SqliteStore& store_;
+  Preparee* preparee_ = nullptr;
   sqlite3_stmt* stmt_ = nullptr;
 };
 
@@ -54,6 +81,7 @@ SqliteStore::SqliteStore(const std::string& chemin, Mode mode)
 }
 
 SqliteStore::~SqliteStore() {
+  for (auto& [sql, p] : preparees_) sqlite3_finalize(p.stmt);
   sqlite3_finalize(lecture_);
   sqlite3_close(db_);
 }

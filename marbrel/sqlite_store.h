@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 
 #include "marbrel/store.h"
 
@@ -56,6 +57,14 @@ class SqliteStore : public Store {
   // The read by key is the hot path of a print: its statement is prepared
   // once and kept (finalised by the destructor).
   sqlite3_stmt* lecture_ = nullptr;
+  // Every other statement is prepared once too, on its first use, and kept
+  // for the next; one that is in use (a walk whose visitor walks again) is
+  // not shared: the nested use gets a statement of its own.
+  struct Preparee {
+    sqlite3_stmt* stmt = nullptr;
+    bool en_usage = false;
+  };
+  mutable std::unordered_map<const char*, Preparee> preparees_;
   std::string chemin_;
   bool lecture_seule_ = false;
   long long parcourus_ = 0;

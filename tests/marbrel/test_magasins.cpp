@@ -132,6 +132,24 @@ TEST_P(Magasins, SelectionTrieeEtPrefixeDeCleParLIndex) {
                                       "000020007 B", "000020009 B"}));
 }
 
+// A walk whose visitor walks the same file again, and reads by key, sees
+// every record in both: the store's statements, prepared once and kept, are
+// never shared by two walks at once.
+TEST_P(Magasins, UneLectureDansUnParcoursNeDerangePasLeParcours) {
+  for (const char* cle : {"A", "B", "C"}) Ecrit("TABLES", cle, cle);
+  std::string vu;
+  for (int fois = 0; fois < 2; ++fois) {
+    store_->Parcourt("TABLES", [&](const std::string& cle, const std::string&) {
+      vu += cle + ":";
+      for (const std::string& dedans : Cles(*store_, "TABLES")) vu += dedans;
+      vu += store_->ExisteFichier("TABLES") ? *store_->Lit("TABLES", cle) : "?";
+      vu += " ";
+      return true;
+    });
+  }
+  EXPECT_EQ(vu, "A:ABCA B:ABCB C:ABCC A:ABCA B:ABCB C:ABCC ");
+}
+
 // An import is one transaction: a failure half-way leaves nothing, for this
 // connection and for another; a read-only opening refuses to write.
 TEST_P(Magasins, ImportToutOuRienEtLectureSeule) {
