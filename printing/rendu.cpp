@@ -62,17 +62,17 @@ std::string NomDePage(size_t n) {
   return nom;
 }
 
-// Pages of an earlier, longer run left in the folder would read as pages of
-// this one, another person's among them: the images past the last page of
-// this run are removed (only names this program gives, page-NNN.png).
-void RetireAnciennesPages(const std::string& dossier, size_t pages) {
+// Removes the page images of the folder (only names this program gives,
+// page-NNN.png): pages of another run left there would read as pages of
+// this one, another person's among them.
+void RetirePages(const std::string& dossier) {
   std::error_code erreur;
   for (const auto& entree : std::filesystem::directory_iterator(dossier, erreur)) {
     const std::string nom = entree.path().filename().string();
     size_t n = 0;
     int lus = 0;
     if (std::sscanf(nom.c_str(), "page-%zu.png%n", &n, &lus) == 1 &&
-        static_cast<size_t>(lus) == nom.size() && n > pages && nom == NomDePage(n)) {
+        static_cast<size_t>(lus) == nom.size() && nom == NomDePage(n)) {
       std::filesystem::remove(entree.path(), erreur);
     }
   }
@@ -93,40 +93,46 @@ std::vector<std::string> EcritPng(const Enregistrement& enregistrement, const st
   const QSize pixels(static_cast<int>(std::lround(papier.largeur_mm * dpi / 25.4)),
                      static_cast<int>(std::lround(papier.hauteur_mm * dpi / 25.4)));
   const int points_par_metre = static_cast<int>(std::lround(dpi / 0.0254));
-  // Every image goes first to a temporary file beside its name (0600: it
-  // holds health data); the names are given only once every page is written,
-  // so a failed run leaves the folder as it was.
-  std::vector<std::unique_ptr<FichierProvisoire>> images;
+  // The images of an earlier run go first: from then on the folder holds
+  // only this run's pages, whole, whatever happens — each image is written
+  // to a temporary file beside its name (0600: it holds health data) and
+  // named at once, so that at most one temporary file is pending, and an
+  // interruption removes it. A run that fails removes the pages it wrote.
+  RetirePages(dossier);
   std::vector<std::string> chemins;
-  for (size_t i = 0; i < enregistrement.pages.size(); ++i) {
-    QImage image(pixels, QImage::Format_RGB32);
-    // The image's resolution is what turns point sizes into pixels.
-    image.setDotsPerMeterX(points_par_metre);
-    image.setDotsPerMeterY(points_par_metre);
-    image.fill(Qt::white);
-    {
-      QPainter painter(&image);
-      // Smooth letters, but rules left crisp: a ruled line one pixel wide
-      // would otherwise spread in grey over two.
-      painter.setRenderHint(QPainter::TextAntialiasing);
-      const double marge = kMargeCm * 10.0 * dpi / 25.4;
-      painter.translate(marge, marge);
-      DessinQt dessin(painter);
-      DessineElements(enregistrement.pages[i], dessin);
+  try {
+    for (size_t i = 0; i < enregistrement.pages.size(); ++i) {
+      QImage image(pixels, QImage::Format_RGB32);
+      // The image's resolution is what turns point sizes into pixels.
+      image.setDotsPerMeterX(points_par_metre);
+      image.setDotsPerMeterY(points_par_metre);
+      image.fill(Qt::white);
+      {
+        QPainter painter(&image);
+        // Smooth letters, but rules left crisp: a ruled line one pixel wide
+        // would otherwise spread in grey over two.
+        painter.setRenderHint(QPainter::TextAntialiasing);
+        const double marge = kMargeCm * 10.0 * dpi / 25.4;
+        painter.translate(marge, marge);
+        DessinQt dessin(painter);
+        DessineElements(enregistrement.pages[i], dessin);
+      }
+      const std::string chemin = (std::filesystem::path(dossier) / NomDePage(i + 1)).string();
+      QByteArray png;
+      QBuffer tampon(&png);
+      tampon.open(QIODevice::WriteOnly);
+      if (!image.save(&tampon, "PNG")) {
+        throw std::runtime_error("l'image « " + chemin + " » ne peut pas être écrite.");
+      }
+      FichierProvisoire fichier(chemin, "fichier PNG");
+      fichier.Ecrit(std::string(png.constData(), static_cast<size_t>(png.size())));
+      fichier.Remplace();
+      chemins.push_back(chemin);
     }
-    const std::string chemin = (std::filesystem::path(dossier) / NomDePage(i + 1)).string();
-    QByteArray png;
-    QBuffer tampon(&png);
-    tampon.open(QIODevice::WriteOnly);
-    if (!image.save(&tampon, "PNG")) {
-      throw std::runtime_error("l'image « " + chemin + " » ne peut pas être écrite.");
-    }
-    images.push_back(std::make_unique<FichierProvisoire>(chemin, "fichier PNG"));
-    images.back()->Ecrit(std::string(png.constData(), static_cast<size_t>(png.size())));
-    chemins.push_back(chemin);
+  } catch (...) {
+    RetirePages(dossier);
+    throw;
   }
-  for (const auto& image : images) image->Remplace();
-  RetireAnciennesPages(dossier, enregistrement.pages.size());
   return chemins;
 }
 

@@ -18,9 +18,10 @@ void Rejoue(const Enregistrement& enregistrement, Surface& surface);
 
 // Writes every page of the recording as a PNG image of the whole sheet at dpi
 // dots per inch, white background, into dossier (created if missing), named
-// page-001.png, page-002.png… (mode 0600), all or none: a failure leaves the
-// folder's images as they were. Images of an earlier, longer run past the
-// last page are removed. Returns the paths written, in page order. Fails
+// page-001.png, page-002.png… (mode 0600). The page images of an earlier run
+// are removed first, so the folder never mixes two runs; each image is
+// written whole (a temporary file renamed into place), and a run that fails
+// removes the pages it wrote. Returns the paths written, in page order. Fails
 // with a French message when the folder or an image cannot be written, or
 // when dpi is outside 10–1200.
 std::vector<std::string> EcritPng(const Enregistrement& enregistrement, const std::string& dossier,

@@ -35,9 +35,9 @@ TEST(SortieFin, ImagesAreWrittenWholeOrFailTheRunAndItsJournalEntry) {
   ASSERT_EQ(passages.size(), 1u);
   EXPECT_EQ(passages[0]["issue"]["issue"], "échouée") << passages.dump();
 
-  // Into a folder left by a longer run: the pages past this run's last are
-  // gone (they would pass for this person's), the user's own files stay, and
-  // the images are readable by their owner only.
+  // Into a folder left by a longer run: its pages are gone (they would pass
+  // for this person's), the user's own files stay, no temporary file is
+  // left, and the images are readable by their owner only.
   std::filesystem::remove(dossier / "pages");
   std::filesystem::create_directory(dossier / "pages");
   std::ofstream(dossier / "pages/page-099.png") << "une page d'un autre dossier";
